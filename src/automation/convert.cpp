@@ -1,0 +1,48 @@
+#include "automation/convert.h"
+
+#include "automation/error.h"
+
+namespace vela {
+
+namespace {
+
+// Booleans become words, as in the languages that call us.
+HRESULT change(VARIANT* target, const VARIANT& source, VARTYPE type) {
+    const VARIANT& value = dereferenced(source);
+    return VariantChangeTypeEx(target, const_cast<VARIANT*>(&value), LOCALE_USER_DEFAULT,
+                               VARIANT_ALPHABOOL, type);
+}
+
+}  // namespace
+
+IDispatch* objectIn(const VARIANT& source) {
+    const VARIANT& value = dereferenced(source);
+    if (value.vt == VT_DISPATCH) return value.pdispVal;
+    if (value.vt == (VT_BYREF | VT_DISPATCH)) return *value.ppdispVal;
+    return nullptr;
+}
+
+bool holdsObject(const VARIANT& source) {
+    const VARTYPE type = dereferenced(source).vt & ~VT_BYREF;
+    return type == VT_DISPATCH || type == VT_UNKNOWN;
+}
+
+Variant converted(const VARIANT& value, VARTYPE type) {
+    Variant result;
+    const HRESULT outcome = change(&result, value, type);
+    if (outcome == DISP_E_OVERFLOW) raise(RuntimeError::Overflow);
+    if (outcome == E_OUTOFMEMORY) throw std::bad_alloc();
+    if (FAILED(outcome)) raise(RuntimeError::TypeMismatch);
+    return result;
+}
+
+std::wstring textOf(const VARIANT& value) {
+    return std::wstring(text(converted(value, VT_BSTR).bstrVal));
+}
+
+short count16(std::size_t count) {
+    if (count > 32767) raise(RuntimeError::Overflow);
+    return static_cast<short>(count);
+}
+
+}  // namespace vela

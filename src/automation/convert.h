@@ -1,0 +1,150 @@
+// Owners for automation's strings, variants and arrays, and the conversions between them and C++.
+#pragma once
+
+#include <windows.h>
+
+#include <oleauto.h>
+#include <wrl/client.h>
+
+#include <limits>
+#include <new>
+#include <string>
+#include <string_view>
+#include <type_traits>
+#include <utility>
+
+namespace vela {
+
+using Microsoft::WRL::ComPtr;
+
+// The text of an automation string; a null string is the empty string.
+inline std::wstring_view text(BSTR string) {
+    return string ? std::wstring_view(string, SysStringLen(string)) : std::wstring_view();
+}
+
+// A new automation string; throws std::bad_alloc.
+inline BSTR allocate(std::wstring_view value) {
+    if (value.size() > (std::numeric_limits<UINT>::max)() / 2) throw std::bad_alloc();
+    BSTR string = SysAllocStringLen(value.data(), static_cast<UINT>(value.size()));
+    if (!string) throw std::bad_alloc();
+    return string;
+}
+
+// Owns one automation string.
+class Bstr {
+  public:
+    Bstr() = default;
+    explicit Bstr(std::wstring_view value) : string_(allocate(value)) {}
+    // Takes over a string that the platform allocated; null is the empty string.
+    explicit Bstr(BSTR owned) : string_(owned) {}
+    Bstr(Bstr&& other) noexcept : string_(other.release()) {}
+    Bstr& operator=(Bstr&& other) noexcept {
+        std::swap(string_, other.string_);
+        return *this;
+    }
+    ~Bstr() { SysFreeString(string_); }
+
+    BSTR get() const { return string_; }
+    // Where a callee is to put a string; the one held now is freed.
+    BSTR* put() {
+        SysFreeString(string_);
+        string_ = nullptr;
+        return &string_;
+    }
+    BSTR release() { return std::exchange(string_, nullptr); }
+    std::wstring_view view() const { return text(string_); }
+    std::wstring str() const { return std::wstring(view()); }
+
+  private:
+    BSTR string_ = nullptr;
+};
+
+// Owns one variant. Layout is the platform's, so its address goes wherever a VARIANT* is asked for.
+class Variant : public VARIANT {
+  public:
+    Variant() { VariantInit(this); }
+    explicit Variant(std::wstring_view value) : Variant() {
+        bstrVal = allocate(value);
+        vt = VT_BSTR;
+    }
+    explicit Variant(long value) : Variant() {
+        lVal = value;
+        vt = VT_I4;
+    }
+    explicit Variant(IDispatch* value) : Variant() {
+        if (value) value->AddRef();
+        pdispVal = value;
+        vt = VT_DISPATCH;
+    }
+    // A copy; by-reference values are dereferenced. Throws std::bad_alloc.
+    explicit Variant(const VARIANT& other) : Variant() {
+        if (FAILED(VariantCopyInd(this, const_cast<VARIANT*>(&other)))) throw std::bad_alloc();
+    }
+    Variant(const Variant& other) : Variant(static_cast<const VARIANT&>(other)) {}
+    Variant(Variant&& other) noexcept : VARIANT(other) { VariantInit(&other); }
+    Variant& operator=(Variant other) noexcept {
+        std::swap(static_cast<VARIANT&>(*this), static_cast<VARIANT&>(other));
+        return *this;
+    }
+    ~Variant() { VariantClear(this); }
+
+    // What a caller passes for an optional argument that he leaves out.
+    static Variant missing() {
+        Variant value;
+        value.vt = VT_ERROR;
+        value.scode = DISP_E_PARAMNOTFOUND;
+        return value;
+    }
+    VARIANT* put() {
+        VariantClear(this);
+        return this;
+    }
+    VARIANT release() {
+        const VARIANT value = *this;
+        VariantInit(this);
+        return value;
+    }
+};
+
+inline bool isMissing(const VARIANT& value) {
+    return value.vt == VT_ERROR && value.scode == DISP_E_PARAMNOTFOUND;
+}
+// The variant itself, or the one that it refers to.
+inline const VARIANT& dereferenced(const VARIANT& value) {
+    return value.vt == (VT_BYREF | VT_VARIANT) ? *value.pvarVal : value;
+}
+// The object that a variant holds, by value or by reference; null when it holds none.
+IDispatch* objectIn(const VARIANT& value);
+// Whether a variant holds an object (which may be null) rather than a plain value.
+bool holdsObject(const VARIANT& value);
+// The value as text under the user's locale, booleans as "True" and "False". Throws Error 13.
+std::wstring textOf(const VARIANT& value);
+// The value converted to `type` under the user's locale. Throws Error 13 or 6.
+Variant converted(const VARIANT& value, VARTYPE type);
+
+inline constexpr bool isTrue(VARIANT_BOOL value) { return value != VARIANT_FALSE; }
+
+// store(): puts a C++ result where a caller asked for an automation one. The target holds nothing
+// that needs freeing.
+inline void store(BSTR* result, std::wstring_view value) { *result = allocate(value); }
+inline void store(BSTR* result, Bstr value) { *result = value.release(); }
+inline void store(VARIANT* result, Variant value) { *result = value.release(); }
+inline void store(VARIANT_BOOL* result, bool value) {
+    *result = value ? VARIANT_TRUE : VARIANT_FALSE;
+}
+template <class Target, class Value>
+    requires(std::is_arithmetic_v<Target> || std::is_enum_v<Target>) &&
+            std::is_same_v<std::remove_cvref_t<Value>, Target>
+void store(Target* result, Value value) {
+    *result = value;
+}
+template <class Interface, class Class>
+    requires std::is_convertible_v<Class*, Interface*>
+void store(Interface** result, ComPtr<Class> value) {
+    *result = value.Detach();
+}
+
+// As a 16-bit count. Throws Error 6 above 32,767: a count is never wrong.
+short count16(std::size_t count);
+
+}  // namespace vela

@@ -1,0 +1,87 @@
+#include "automation/enumerator.h"
+
+#include "automation/error.h"
+
+namespace vela {
+
+namespace {
+
+class Enumerator final : public IEnumVARIANT {
+  public:
+    explicit Enumerator(std::unique_ptr<VariantSource> source) : source_(std::move(source)) {}
+    virtual ~Enumerator() = default;
+
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** result) override {
+        if (!result) return E_POINTER;
+        *result = nullptr;
+        if (id != IID_IUnknown && id != IID_IEnumVARIANT) return E_NOINTERFACE;
+        AddRef();
+        *result = this;
+        return S_OK;
+    }
+    ULONG STDMETHODCALLTYPE AddRef() override { return InterlockedIncrement(&references_); }
+    ULONG STDMETHODCALLTYPE Release() override {
+        const ULONG left = InterlockedDecrement(&references_);
+        if (left == 0) delete this;
+        return left;
+    }
+    HRESULT STDMETHODCALLTYPE Next(ULONG count, VARIANT* values, ULONG* fetched) override {
+        if (!values && count > 0) return E_POINTER;
+        ULONG done = 0;
+        const HRESULT outcome = guard([&] {
+            while (done < count) {
+                VariantInit(&values[done]);
+                if (!source_->next(&values[done])) return;
+                ++done;
+            }
+        });
+        if (fetched) *fetched = done;
+        if (FAILED(outcome)) return outcome;
+        return done == count ? S_OK : S_FALSE;
+    }
+    HRESULT STDMETHODCALLTYPE Skip(ULONG count) override {
+        bool reached = true;
+        const HRESULT outcome = guard([&] {
+            for (ULONG i = 0; i < count && reached; ++i) {
+                Variant skipped;
+                reached = source_->next(&skipped);
+            }
+        });
+        if (FAILED(outcome)) return outcome;
+        return reached ? S_OK : S_FALSE;
+    }
+    HRESULT STDMETHODCALLTYPE Reset() override {
+        source_->reset();
+        return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE Clone(IEnumVARIANT** copy) override {
+        return answer(copy, [&] {
+            ComPtr<IEnumVARIANT> clone;
+            clone.Attach(new Enumerator(source_->clone()));
+            return clone;
+        });
+    }
+
+  private:
+    std::unique_ptr<VariantSource> source_;
+    LONG references_ = 1;
+};
+
+}  // namespace
+
+ComPtr<IUnknown> makeEnumerator(std::unique_ptr<VariantSource> source) {
+    ComPtr<IUnknown> enumerator;
+    enumerator.Attach(new Enumerator(std::move(source)));
+    return enumerator;
+}
+
+void eachVariant(IUnknown* enumerator, const std::function<bool(const Variant&)>& visit) {
+    ComPtr<IEnumVARIANT> elements;
+    check(enumerator ? enumerator->QueryInterface(IID_PPV_ARGS(&elements)) : E_NOINTERFACE);
+    for (;;) {
+        Variant next;
+        if (check(elements->Next(1, &next, nullptr)) != S_OK || !visit(next)) return;
+    }
+}
+
+}  // namespace vela

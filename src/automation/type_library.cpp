@@ -1,0 +1,37 @@
+#include "automation/type_library.h"
+
+namespace vela {
+
+std::wstring modulePath() {
+    HMODULE module = nullptr;
+    GetModuleHandleExW(
+        GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+        reinterpret_cast<const wchar_t*>(&modulePath), &module);
+    std::wstring path(MAX_PATH, L'\0');
+    for (;;) {
+        const DWORD length = GetModuleFileNameW(module, path.data(), static_cast<DWORD>(path.size()));
+        if (length < path.size()) {
+            path.resize(length);
+            return path;
+        }
+        path.resize(path.size() * 2);
+    }
+}
+
+ITypeLib* typeLibrary(HRESULT* outcome) {
+    // Never released: the platform keeps one object per library file, and nothing of ours may run
+    // when the module goes.
+    static ITypeLib* library = nullptr;
+    HRESULT result = S_OK;
+    if (!library) result = LoadTypeLibEx(modulePath().c_str(), REGKIND_NONE, &library);
+    if (outcome) *outcome = result;
+    return library;
+}
+
+HRESULT typeInfoOf(const GUID& id, ITypeInfo** info) {
+    HRESULT outcome = S_OK;
+    ITypeLib* library = typeLibrary(&outcome);
+    return library ? library->GetTypeInfoOfGuid(id, info) : outcome;
+}
+
+}  // namespace vela

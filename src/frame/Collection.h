@@ -1,0 +1,38 @@
+// The general keyed collection that members return and scripts can create.
+#pragma once
+
+#include "contract.h"
+#include "frame/keyed_collection.h"
+
+namespace vela {
+
+class Collection final : public Object<Collection, _Collection> {
+  public:
+    HRESULT STDMETHODCALLTYPE get_Item(VARIANT index, VARIANT* result) override;
+    HRESULT STDMETHODCALLTYPE Add(VARIANT item, VARIANT key, VARIANT before, VARIANT after) override;
+    HRESULT STDMETHODCALLTYPE get_Count(LONG* result) override;
+    HRESULT STDMETHODCALLTYPE Remove(VARIANT index) override;
+    HRESULT STDMETHODCALLTYPE get_NewEnum(IUnknown** result) override;
+
+    KeyedCollection<Variant>& entries() { return entries_; }
+
+  private:
+    // The position that a number or a key stands for. Throws Error 5, 9 or 13.
+    std::size_t position(const VARIANT& index);
+
+    KeyedCollection<Variant> entries_;
+};
+
+// A new collection of objects, each under its key; entries whose key is taken are left out.
+template <class Range, class KeyOf>
+ComPtr<Collection> collectionOf(const Range& objects, KeyOf keyOf) {
+    auto collection = make<Collection>();
+    for (const auto& object : objects) {
+        const std::wstring key = keyOf(object);
+        collection->entries().add(Variant(static_cast<IDispatch*>(object.Get())),
+                                  std::wstring_view(key));
+    }
+    return collection;
+}
+
+}  // namespace vela

@@ -1,0 +1,58 @@
+#include "frame/SysUtil.h"
+
+#include "frame/foreign_collection.h"
+#include "frame/last_error.h"
+#include "frame/shared_instances.h"
+
+namespace vela {
+
+HRESULT SysUtil::get_Directories(_DirUtil** result) {
+    return answer(result, sharedInstance<_DirUtil>);
+}
+
+HRESULT SysUtil::get_Geo(_GeoUtil** result) { return answer(result, sharedInstance<_GeoUtil>); }
+
+HRESULT SysUtil::get_Play(_PlayUtil** result) { return answer(result, sharedInstance<_PlayUtil>); }
+
+HRESULT SysUtil::get_Notifications(_Notifications** result) {
+    return answer(result, sharedInstance<_Notifications>);
+}
+
+HRESULT SysUtil::get_EventHistory(_EventHistory** result) {
+    return answer(result, sharedInstance<_EventHistory>);
+}
+
+HRESULT SysUtil::get_Pulsar(_Pulsar** result) { return answer(result, sharedInstance<_Pulsar>); }
+
+HRESULT SysUtil::SaveMyError(SHORT type, LONG number, BSTR description, BSTR source) {
+    return guard([&] {
+        lastError() = {type, static_cast<std::int32_t>(number), std::wstring(text(description)),
+                       std::wstring(text(source))};
+    });
+}
+
+HRESULT SysUtil::MyError(MyErrorSettings part, BSTR* result) {
+    return answer(result, [&] { return partOf(lastError(), part); });
+}
+
+HRESULT SysUtil::ErroDeRede(SHORT number, VARIANT_BOOL* result) {
+    return answer(result, [&] { return isNetworkError(number); });
+}
+
+HRESULT SysUtil::ClearCollection(IDispatch** collection, VARIANT_BOOL* setNothing) {
+    if (!collection || !*collection) return S_OK;
+    quietly([&] { emptyCollection(*collection); });
+    if (setNothing && isTrue(*setNothing)) {
+        ComPtr<IDispatch> last;
+        last.Attach(std::exchange(*collection, nullptr));
+    }
+    return S_OK;
+}
+
+HRESULT SysUtil::ExisteNaCollection(IDispatch** collection, BSTR key, VARIANT_BOOL* result) {
+    return answerQuietly(result, [&] {
+        return collection && *collection && containsKey(*collection, text(key));
+    });
+}
+
+}  // namespace vela

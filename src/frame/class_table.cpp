@@ -1,0 +1,100 @@
+#include "frame/class_table.h"
+
+#include <algorithm>
+
+#include "frame/Collection.h"
+#include "frame/MyUtil.h"
+#include "frame/SysUtil.h"
+#include "frame/shared_instances.h"
+#include "preferences/DPItem.h"
+#include "preferences/KVItem.h"
+#include "preferences/PPItem.h"
+#include "preferences/Preferences.h"
+#include "preferences/RPItem.h"
+#include "preferences/RPManager.h"
+#include "preferences/UIItem.h"
+#include "text/TextUtil.h"
+
+namespace vela {
+
+LONG serverLocks = 0;
+
+namespace {
+
+struct Entry {
+    const CLSID& id;
+    CreateFunction create;
+};
+
+template <class Class>
+Entry entry() {
+    return {ClassOf<typename Class::Default>::id(), [](REFIID id, void** result) {
+                return guard([&] { check(make<Class>()->QueryInterface(id, result)); });
+            }};
+}
+
+class ClassFactory final : public IClassFactory {
+  public:
+    explicit ClassFactory(CreateFunction create) : create_(create) {}
+    virtual ~ClassFactory() = default;
+
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** result) override {
+        if (!result) return E_POINTER;
+        *result = nullptr;
+        if (id != IID_IUnknown && id != IID_IClassFactory) return E_NOINTERFACE;
+        AddRef();
+        *result = this;
+        return S_OK;
+    }
+    ULONG STDMETHODCALLTYPE AddRef() override { return InterlockedIncrement(&references_); }
+    ULONG STDMETHODCALLTYPE Release() override {
+        const ULONG left = InterlockedDecrement(&references_);
+        if (left == 0) delete this;
+        return left;
+    }
+    HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown* outer, REFIID id, void** result) override {
+        if (!result) return E_POINTER;
+        *result = nullptr;
+        return outer ? CLASS_E_NOAGGREGATION : create_(id, result);
+    }
+    HRESULT STDMETHODCALLTYPE LockServer(BOOL lock) override {
+        if (lock) InterlockedIncrement(&serverLocks);
+        else InterlockedDecrement(&serverLocks);
+        return S_OK;
+    }
+
+  private:
+    CreateFunction create_;
+    LONG references_ = 1;
+};
+
+}  // namespace
+
+CreateFunction creatorOf(const CLSID& id) {
+    static const Entry table[] = {
+        entry<Collection>(), entry<DPItem>(),    entry<KVItem>(),    entry<MyUtil>(),
+        entry<PPItem>(),     entry<Preferences>(), entry<RPItem>(),  entry<RPManager>(),
+        entry<SysUtil>(),    entry<TextUtil>(),  entry<UIItem>(),
+    };
+    const auto found = std::find_if(std::begin(table), std::end(table),
+                                    [&](const Entry& entry) { return entry.id == id; });
+    return found == std::end(table) ? nullptr : found->create;
+}
+
+HRESULT makeClassFactory(CreateFunction create, REFIID id, void** result) {
+    return guard([&] {
+        ComPtr<IClassFactory> factory;
+        factory.Attach(new ClassFactory(create));
+        check(factory.CopyTo(id, result));
+    });
+}
+
+ComPtr<IUnknown> createInstance(const CLSID& id) {
+    const CreateFunction create = creatorOf(id);
+    if (!create) raiseNotImplemented();
+    ComPtr<IUnknown> object;
+    check(create(IID_PPV_ARGS(&object)));
+    return object;
+}
+
+}  // namespace vela

@@ -1,0 +1,151 @@
+#include "frame/registration.h"
+
+#include <functional>
+
+#include "frame/class_table.h"
+
+namespace vela {
+
+namespace {
+
+constexpr SYSKIND kSystem = sizeof(void*) == 8 ? SYS_WIN64 : SYS_WIN32;
+
+void checkRegistry(LSTATUS status) { check(HRESULT_FROM_WIN32(status)); }
+
+// While it lives, what this process writes below HKEY_CLASSES_ROOT (the platform's type library
+// functions included) goes to the machine's or the user's classes.
+class ClassesRoot {
+  public:
+    explicit ClassesRoot(RegistrationScope scope) {
+        const HKEY root =
+            scope == RegistrationScope::User ? HKEY_CURRENT_USER : HKEY_LOCAL_MACHINE;
+        HKEY classes = nullptr;
+        checkRegistry(RegCreateKeyExW(root, L"Software\\Classes", 0, nullptr, 0,
+                                      KEY_READ | KEY_WRITE, nullptr, &classes, nullptr));
+        const LSTATUS status = RegOverridePredefKey(HKEY_CLASSES_ROOT, classes);
+        RegCloseKey(classes);
+        checkRegistry(status);
+    }
+    ~ClassesRoot() { RegOverridePredefKey(HKEY_CLASSES_ROOT, nullptr); }
+    ClassesRoot(const ClassesRoot&) = delete;
+    ClassesRoot& operator=(const ClassesRoot&) = delete;
+};
+
+void write(const std::wstring& key, const wchar_t* name, const std::wstring& value) {
+    HKEY opened = nullptr;
+    checkRegistry(RegCreateKeyExW(HKEY_CLASSES_ROOT, key.c_str(), 0, nullptr, 0, KEY_WRITE, nullptr,
+                                  &opened, nullptr));
+    const LSTATUS status =
+        RegSetValueExW(opened, name, 0, REG_SZ, reinterpret_cast<const BYTE*>(value.c_str()),
+                       static_cast<DWORD>((value.size() + 1) * sizeof(wchar_t)));
+    RegCloseKey(opened);
+    checkRegistry(status);
+}
+
+void removeTree(const std::wstring& key) {
+    const LSTATUS status = RegDeleteTreeW(HKEY_CLASSES_ROOT, key.c_str());
+    if (status == ERROR_FILE_NOT_FOUND) return;
+    checkRegistry(status);
+    // Some versions empty the key and leave it.
+    RegDeleteKeyW(HKEY_CLASSES_ROOT, key.c_str());
+}
+
+std::wstring braced(const GUID& id) {
+    wchar_t buffer[40];
+    StringFromGUID2(id, buffer, ARRAYSIZE(buffer));
+    return buffer;
+}
+
+struct LibraryAttributes {
+    GUID id;
+    WORD major, minor;
+    LCID locale;
+};
+
+LibraryAttributes attributesOf(ITypeLib* library) {
+    TLIBATTR* found = nullptr;
+    check(library->GetLibAttr(&found));
+    const LibraryAttributes attributes{found->guid, found->wMajorVerNum, found->wMinorVerNum,
+                                       found->lcid};
+    library->ReleaseTLibAttr(found);
+    return attributes;
+}
+
+std::wstring nameOf(ITypeLib* library, INT index) {
+    Bstr name;
+    check(library->GetDocumentation(index, name.put(), nullptr, nullptr, nullptr));
+    return name.str();
+}
+
+// Calls `visit(id, progId)` for every class that the type library marks as creatable.
+void eachCreatableClass(ITypeLib* library,
+                        const std::function<void(const GUID&, const std::wstring&)>& visit) {
+    const std::wstring libraryName = nameOf(library, -1);
+    for (UINT i = 0; i < library->GetTypeInfoCount(); ++i) {
+        ComPtr<ITypeInfo> info;
+        TYPEATTR* attributes = nullptr;
+        check(library->GetTypeInfo(i, &info));
+        check(info->GetTypeAttr(&attributes));
+        const GUID id = attributes->guid;
+        const bool creatable = attributes->typekind == TKIND_COCLASS &&
+                               (attributes->wTypeFlags & TYPEFLAG_FCANCREATE);
+        info->ReleaseTypeAttr(attributes);
+        if (creatable) visit(id, libraryName + L"." + nameOf(library, static_cast<INT>(i)));
+    }
+}
+
+void registerClass(const GUID& id, const std::wstring& progId, const LibraryAttributes& library,
+                   const std::wstring& path) {
+    const std::wstring key = L"CLSID\\" + braced(id);
+    write(key, nullptr, progId);
+    write(key + L"\\InprocServer32", nullptr, path);
+    write(key + L"\\InprocServer32", L"ThreadingModel", L"Apartment");
+    write(key + L"\\ProgID", nullptr, progId);
+    write(key + L"\\Programmable", nullptr, L"");
+    write(key + L"\\TypeLib", nullptr, braced(library.id));
+    write(key + L"\\Version", nullptr,
+          std::to_wstring(library.major) + L"." + std::to_wstring(library.minor));
+    write(progId, nullptr, progId);
+    write(progId + L"\\CLSID", nullptr, braced(id));
+}
+
+ITypeLib* loadedLibrary() {
+    HRESULT outcome = S_OK;
+    ITypeLib* library = typeLibrary(&outcome);
+    check(outcome);
+    return library;
+}
+
+}  // namespace
+
+HRESULT registerLibrary(RegistrationScope scope) {
+    const HRESULT outcome = guard([&] {
+        ITypeLib* library = loadedLibrary();
+        const LibraryAttributes attributes = attributesOf(library);
+        std::wstring path = modulePath();
+        const ClassesRoot root(scope);
+        check(RegisterTypeLib(library, path.data(), nullptr));
+        eachCreatableClass(library, [&](const GUID& id, const std::wstring& progId) {
+            if (creatorOf(id)) registerClass(id, progId, attributes, path);
+        });
+    });
+    if (FAILED(outcome)) unregisterLibrary(scope);
+    return outcome;
+}
+
+HRESULT unregisterLibrary(RegistrationScope scope) {
+    return guard([&] {
+        ITypeLib* library = loadedLibrary();
+        const LibraryAttributes attributes = attributesOf(library);
+        const ClassesRoot root(scope);
+        eachCreatableClass(library, [&](const GUID& id, const std::wstring& progId) {
+            removeTree(L"CLSID\\" + braced(id));
+            removeTree(progId);
+        });
+        const HRESULT outcome = UnRegisterTypeLib(attributes.id, attributes.major, attributes.minor,
+                                                  attributes.locale, kSystem);
+        if (outcome != TYPE_E_REGISTRYACCESS) check(outcome);
+    });
+}
+
+}  // namespace vela

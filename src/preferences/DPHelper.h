@@ -1,0 +1,29 @@
+// Default paths, for file dialogs and kinds of files.
+#pragma once
+
+#include <optional>
+
+#include "preferences/section_manager.h"
+
+namespace vela {
+
+struct DefaultPath {
+    std::wstring path;
+    std::wstring file;
+    std::wstring ext;
+};
+
+class DPHelper {
+  public:
+    explicit DPHelper(UPManager& manager) : items_(manager, kDPSection) {}
+
+    // Nothing when none is stored.
+    std::optional<DefaultPath> path(std::wstring_view reference, std::wstring_view group) const;
+    void savePath(std::wstring_view reference, std::wstring_view group,
+                  const DefaultPath& value) const;
+
+  private:
+    DPManager items_;
+};
+
+}  // namespace vela

@@ -1,0 +1,22 @@
+// Key/value preferences.
+#pragma once
+
+#include "preferences/section_manager.h"
+
+namespace vela {
+
+class KVPHelper {
+  public:
+    explicit KVPHelper(UPManager& manager) : items_(manager, kKVSection) {}
+
+    // `defaultValue` when nothing is stored.
+    std::wstring value(std::wstring_view reference, std::wstring_view group,
+                       std::wstring_view defaultValue) const;
+    void saveValue(std::wstring_view reference, std::wstring_view group,
+                   std::wstring_view value) const;
+
+  private:
+    KVManager items_;
+};
+
+}  // namespace vela

@@ -1,0 +1,60 @@
+#include "preferences/RPManager.h"
+
+#include "automation/enumerator.h"
+#include "frame/Collection.h"
+
+namespace vela {
+
+const SectionManager<RPItem>& RPManager::items() const {
+    if (!items_) raise(RuntimeError::InvalidProcedureCall);
+    return *items_;
+}
+
+HRESULT RPManager::get_Items(_Collection** result) {
+    return answer(result, [&] {
+        auto collection = make<Collection>();
+        if (!items_) return collection;
+        ComPtr<IUnknown> enumerator;
+        checkRecorded(items().items()->get_NewEnum(&enumerator));
+        eachVariant(enumerator.Get(), [&](const Variant& item) {
+            const std::wstring key =
+                textProperty(itemIn(objectIn(item)).Get(), &_IUPItem::get_SearchKey);
+            collection->entries().add(item, std::wstring_view(key));
+            return true;
+        });
+        return collection;
+    });
+}
+
+HRESULT RPManager::Load(_UPManager** manager, VARIANT* dataSource, VARIANT_BOOL* result) {
+    return answer(result, [&] {
+        const auto ours = own<UPManager>(manager ? *manager : nullptr);
+        if (!ours) return false;
+        const bool given = dataSource && !isMissing(*dataSource) && dataSource->vt != VT_EMPTY;
+        const std::wstring source =
+            given ? textOf(*dataSource) : ours->dataSources()->sharedName();
+        registerSection(*ours.Get(), kRPSection, source, true);
+        items_.emplace(*ours.Get(), kRPSection);
+        manager_ = ours;
+        ours->load();
+        return true;
+    });
+}
+
+HRESULT RPManager::GetItem(BSTR id, BSTR group, _RPItem** result) {
+    return answer(result, [&] { return items_ ? items().getItem(text(id), text(group)) : nullptr; });
+}
+
+HRESULT RPManager::AddItem(_RPItem* item) {
+    return guard([&] {
+        const auto ours = own<RPItem>(item);
+        if (!ours) raise(RuntimeError::TypeMismatch);
+        items().addItem(ours);
+    });
+}
+
+HRESULT RPManager::Clear() {
+    return guard([&] { items().clear(); });
+}
+
+}  // namespace vela

@@ -1,0 +1,27 @@
+// The report parameters of one manager.
+#pragma once
+
+#include <optional>
+
+#include "preferences/section_manager.h"
+
+namespace vela {
+
+class RPManager final : public Object<RPManager, _RPManager> {
+  public:
+    HRESULT STDMETHODCALLTYPE get_Items(_Collection** result) override;
+    HRESULT STDMETHODCALLTYPE Load(_UPManager** manager, VARIANT* dataSource,
+                                   VARIANT_BOOL* result) override;
+    HRESULT STDMETHODCALLTYPE GetItem(BSTR id, BSTR group, _RPItem** result) override;
+    HRESULT STDMETHODCALLTYPE AddItem(_RPItem* item) override;
+    HRESULT STDMETHODCALLTYPE Clear() override;
+
+  private:
+    // The registered section's items; throws Error 5 before Load.
+    const SectionManager<RPItem>& items() const;
+
+    ComPtr<UPManager> manager_;
+    std::optional<SectionManager<RPItem>> items_;
+};
+
+}  // namespace vela

@@ -1,0 +1,33 @@
+#include "preferences/UPDataSourceXML.h"
+
+#include "preferences/XMLup.h"
+
+namespace vela {
+
+HRESULT UPDataSourceXML::get_DataSource(VARIANT* result) {
+    return answer(result, [&] { return Variant(fileName_); });
+}
+
+HRESULT UPDataSourceXML::put_DataSource(VARIANT value) {
+    return guard([&] { fileName_ = textOf(value); });
+}
+
+HRESULT UPDataSourceXML::putref_DataSource(VARIANT) { return S_OK; }
+
+HRESULT UPDataSourceXML::Load(BSTR applicationId, BSTR userId, _IUPSection** section,
+                              VARIANT_BOOL* result) {
+    return answer(result, [&] {
+        if (fileName_.empty() || !section || !*section) return false;
+        return XMLup().loadFromFile(fileName_, text(applicationId), text(userId), *section);
+    });
+}
+
+HRESULT UPDataSourceXML::Save(BSTR applicationId, BSTR userId, _IUPSection** section,
+                              VARIANT_BOOL* result) {
+    return answer(result, [&] {
+        if (fileName_.empty() || !section || !*section) return false;
+        return XMLup().saveIntoFile(fileName_, text(applicationId), text(userId), *section);
+    });
+}
+
+}  // namespace vela

@@ -1,0 +1,74 @@
+#include "preferences/UPSections.h"
+
+#include "automation/enumerator.h"
+#include "preferences/Section.h"
+#include "text/text_normalisation.h"
+
+namespace vela {
+
+namespace {
+
+std::wstring idOf(_IUPSection* section) { return textProperty(section, &_IUPSection::get_Id); }
+
+// Lets the section's items mark it as not saved. Our own sections have seen to it themselves.
+void adoptItems(const ComPtr<_IUPSection>& section) {
+    if (own<Section>(section.Get()) || own<RPSection>(section.Get())) return;
+    ComPtr<_UPItems> items;
+    checkRecorded(section->get_Items(&items));
+    if (const auto ours = own<UPItems>(items.Get())) {
+        ours->setParentSection([section] { section->put_Saved(VARIANT_FALSE); });
+    }
+}
+
+}  // namespace
+
+ComPtr<_IUPSection> UPSections::find(const VARIANT& index) {
+    if (const auto* found = entries_.find(normalisedIdentity(textOf(index)))) return *found;
+    const bool isText = dereferenced(index).vt == VT_BSTR;
+    const auto* found = isText ? entries_.find(textOf(index)) : nullptr;
+    if (!isText) {
+        const LONG position = converted(index, VT_I4).lVal;
+        found = position > 0 ? entries_.at(static_cast<std::size_t>(position)) : nullptr;
+    }
+    return found ? *found : nullptr;
+}
+
+HRESULT UPSections::get_NewEnum(IUnknown** result) {
+    return answer(result, [&] {
+        return enumerate(static_cast<_UPSections*>(this), Entries::Cursor(entries_),
+                         [](const ComPtr<_IUPSection>& section) {
+                             ComPtr<IDispatch> object;
+                             check(section.As(&object));
+                             return Variant(object.Get());
+                         });
+    });
+}
+
+HRESULT UPSections::get_Count(SHORT* result) {
+    return answer(result, [&] { return count16(entries_.size()); });
+}
+
+HRESULT UPSections::get_section(VARIANT index, _IUPSection** result) {
+    return answerQuietly(result, [&] { return find(index); });
+}
+
+HRESULT UPSections::Add(_IUPSection** section) {
+    quietly([&] {
+        if (!section || !*section) return;
+        const ComPtr<_IUPSection> added = *section;
+        const std::wstring id = idOf(added.Get());
+        entries_.remove(id);
+        entries_.add(added, id);
+        adoptItems(added);
+    });
+    return S_OK;
+}
+
+HRESULT UPSections::Remove(VARIANT index) {
+    quietly([&] {
+        if (const auto found = find(index)) entries_.remove(idOf(found.Get()));
+    });
+    return S_OK;
+}
+
+}  // namespace vela

@@ -1,0 +1,370 @@
+#include "preferences/XMLup.h"
+
+#include <cwchar>
+#include <cwctype>
+#include <map>
+#include <vector>
+
+#include "automation/enumerator.h"
+#include "automation/late_properties.h"
+#include "files/whole_file.h"
+#include "frame/keyed_collection.h"
+#include "frame/shared_instances.h"
+#include "preferences/item.h"
+#include "text/upper_case.h"
+
+namespace vela {
+
+namespace {
+
+constexpr wchar_t kRoot[] = L"//UserPreferences";
+constexpr wchar_t kApplication[] = L"//UserPreferences/App[@id=\"";
+constexpr wchar_t kUser[] = L"\"]/App_User[@id=\"";
+constexpr wchar_t kId[] = L"[@id=\"";
+constexpr wchar_t kEnd[] = L"\"]";
+constexpr DWORD kNewFileAttributes = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_ARCHIVE;
+
+using DocumentCache = KeyedCollection<XmlDocument>;
+
+// The documents read since the last save, by file name. They must go before the apartment does.
+DocumentCache& cache() {
+    static DocumentCache& documents = *new DocumentCache;
+    return documents;
+}
+
+bool isDocumentName(const std::wstring& fileName) {
+    return fileName.size() >= 4 && upperCase(std::wstring_view(fileName).substr(fileName.size() - 4)) == L".XML";
+}
+
+std::wstring idOf(_IUPSection* section) { return textProperty(section, &_IUPSection::get_Id); }
+
+ComPtr<_UPItems> itemsOf(_IUPSection* section) {
+    ComPtr<_UPItems> items;
+    checkRecorded(section->get_Items(&items));
+    if (!items) check(E_FAIL);
+    return items;
+}
+
+ComPtr<IUnknown> enumeratorOf(_UPItems* items) {
+    ComPtr<IUnknown> enumerator;
+    checkRecorded(items->get_NewEnum(&enumerator));
+    return enumerator;
+}
+
+bool hasItems(_IUPSection* section) {
+    bool found = false;
+    eachVariant(enumeratorOf(itemsOf(section).Get()).Get(), [&](const Variant&) {
+        found = true;
+        return false;
+    });
+    return found;
+}
+
+// A text that goes between the quotes of a path. Paths have no way to write a quote.
+const std::wstring& quotable(const std::wstring& text) {
+    if (text.find(L'"') != text.npos) check(E_INVALIDARG);
+    return text;
+}
+
+// Assigns an attribute to the item's property of the same name; anything that does not fit is
+// ignored.
+void assign(IDispatch* item, const Bstr& name, const Bstr& value) {
+    DISPID id = DISPID_UNKNOWN;
+    if (FAILED(findMember(item, name.get(), &id))) return;
+    VARIANT argument{};
+    argument.vt = VT_BSTR;
+    argument.bstrVal = value.get();
+    quietly([&] { check(callLateBound(item, id, DISPATCH_PROPERTYPUT, single(argument), nullptr)); });
+}
+
+ComPtr<IDispatch> readItem(_IUPSection* section, const Bstr& group, const XmlNode& element) {
+    ComPtr<IDispatch> object;
+    checkRecorded(section->CreateItem(&object));
+    const ComPtr<_IUPItem> item = itemIn(object.Get());
+    checkRecorded(item->put_Group(group.get()));
+    bool first = true;
+    eachAttribute(element, [&](const Bstr& name, const Bstr& value) {
+        if (first) checkRecorded(item->put_Id(value.get()));
+        else assign(object.Get(), name, value);
+        first = false;
+    });
+    return object;
+}
+
+// A field as the document holds it; dates as day-month-year, the zero date as nothing.
+std::wstring fieldText(const VARIANT& value) {
+    if (value.vt != VT_DATE) return textOf(value);
+    SYSTEMTIME time;
+    if (value.date <= 0 || !VariantTimeToSystemTime(value.date, &time)) return {};
+    wchar_t buffer[16];
+    swprintf(buffer, ARRAYSIZE(buffer), L"%02d-%02d-%04d", time.wDay, time.wMonth, time.wYear);
+    return buffer;
+}
+
+struct StoredField {
+    std::wstring attribute;  // in lower case
+    std::wstring property;
+};
+
+// The fields that a section keeps, in the order of its item class's members.
+std::vector<StoredField> fieldsOf(_IUPSection* section) {
+    const std::wstring listed = upperCase(textProperty(section, &_IUPSection::get_Properties));
+    ComPtr<IDispatch> sample;
+    checkRecorded(section->CreateItem(&sample));
+    std::vector<StoredField> fields;
+    for (const std::wstring& name : settableProperties(sample.Get())) {
+        const std::wstring upper = upperCase(name);
+        if (upper == L"GROUP" || upper == L"ID") continue;
+        if (!listed.empty() && listed.find(L"[" + upper + L"]") == listed.npos) continue;
+        std::wstring lower = name;
+        for (wchar_t& c : lower) c = static_cast<wchar_t>(std::towlower(c));
+        fields.push_back({lower, name});
+    }
+    return fields;
+}
+
+short numberIn(const std::wstring& text) {
+    const long number = std::wcstol(text.c_str(), nullptr, 10);
+    if (number < -32768 || number > 32767) raise(RuntimeError::Overflow);
+    return static_cast<short>(number);
+}
+
+// Copies a document that cannot be read to a name of its own, so that its replacement loses nothing.
+void setAside(const std::wstring& fileName) {
+    for (int attempt = 0; attempt < 1000; ++attempt) {
+        const std::wstring number = attempt == 0 ? L"" : L"." + std::to_wstring(attempt);
+        if (CopyFileW(fileName.c_str(), (fileName + number + L".bad").c_str(), TRUE)) return;
+        if (GetLastError() != ERROR_FILE_EXISTS) break;
+    }
+    check(E_FAIL);
+}
+
+}  // namespace
+
+void XMLup::emptyCache() { cache().clear(); }
+
+void XMLup::setIdentity(std::wstring_view applicationId, std::wstring_view userId) {
+    applicationId_ = upperCase(applicationId);
+    userId_ = upperCase(userId);
+}
+
+std::wstring XMLup::applicationPath() const { return kApplication + quotable(applicationId_) + kEnd; }
+
+std::wstring XMLup::userPath() const {
+    return kApplication + quotable(applicationId_) + kUser + quotable(userId_) + kEnd;
+}
+
+std::wstring XMLup::sectionPath(const std::wstring& id) const {
+    return userPath() + L"/" + id + L"_Section" + kId + quotable(id) + kEnd;
+}
+
+// ---- reading -----------------------------------------------------------------------------------
+
+void XMLup::openForReading(const std::wstring& fileName) {
+    if (const XmlDocument* cached = cache().find(fileName)) {
+        document_ = *cached;
+        return;
+    }
+    if (!isDocumentName(fileName)) check(E_INVALIDARG);
+    Bytes content;
+    check(HRESULT_FROM_WIN32(readWholeFile(fileName, content)));
+    document_ = XmlDocument::make();
+    if (!document_.parse(content)) check(E_FAIL);
+    atApartmentEnd(emptyCache);
+    cache().add(document_, std::wstring_view(fileName));
+}
+
+void XMLup::readVersion() {
+    const XmlNode root = document_.select(kRoot);
+    if (!root) check(E_FAIL);
+    version_ = numberIn(firstAttribute(root));
+}
+
+void XMLup::readSection(_IUPSection* section) {
+    const XmlNode element = document_.select(sectionPath(idOf(section)));
+    if (!element) return;
+    const ComPtr<_UPItems> items = itemsOf(section);
+    eachChild(element, [&](const XmlNode& group) {
+        const Bstr groupText(firstAttribute(group));
+        eachChild(group, [&](const XmlNode& child) {
+            ComPtr<IDispatch> item = readItem(section, groupText, child);
+            checkRecorded(items->Add(item.GetAddressOf(), nullptr, nullptr));
+        });
+    });
+}
+
+bool XMLup::loadFromFile(const std::wstring& fileName, std::wstring_view applicationId,
+                         std::wstring_view userId, _IUPSection* section) {
+    return quietly([&] {
+        setIdentity(applicationId, userId);
+        openForReading(fileName);
+        readVersion();
+        readSection(section);
+    });
+}
+
+bool XMLup::loadFromXml(std::wstring_view xml, std::wstring_view applicationId,
+                        std::wstring_view userId, _IUPSection* section) {
+    return quietly([&] {
+        setIdentity(applicationId, userId);
+        document_ = XmlDocument::make();
+        if (!document_.parse(xml)) check(E_FAIL);
+        readVersion();
+        readSection(section);
+    });
+}
+
+// ---- writing -----------------------------------------------------------------------------------
+
+bool XMLup::removeSection(_IUPSection* section) {
+    const XmlNode element = document_.select(sectionPath(idOf(section)));
+    if (!element) return false;
+    XmlNode parent;
+    check(element->get_parentNode(&parent));
+    check(parent->removeChild(element.Get(), nullptr));
+    return true;
+}
+
+namespace {
+
+XmlElement append(const XmlDocument& document, const XmlNode& parent, const std::wstring& name,
+                  std::wstring_view id) {
+    const XmlElement element = document.createElement(name);
+    setAttribute(element, L"id", id);
+    check(parent->appendChild(element.Get(), nullptr));
+    return element;
+}
+
+// The group elements of one section, found by their id and made when missing.
+class Groups {
+  public:
+    Groups(const XmlDocument& document, const XmlNode& section, const std::wstring& sectionId)
+        : document_(document), section_(section), name_(sectionId + L"_Group") {
+        eachChild(section, [&](const XmlNode& child) {
+            XmlElement element;
+            Bstr name;
+            check(child.As(&element));
+            check(child->get_nodeName(name.put()));
+            if (name.view() == name_) elements_.try_emplace(attribute(element, L"id"), element);
+        });
+    }
+
+    const XmlElement& at(const std::wstring& group) {
+        auto found = elements_.find(group);
+        if (found == elements_.end()) {
+            const XmlElement made = append(document_, section_, name_, quotable(group));
+            found = elements_.emplace(group, made).first;
+        }
+        return found->second;
+    }
+
+  private:
+    const XmlDocument& document_;
+    XmlNode section_;
+    std::wstring name_;
+    std::map<std::wstring, XmlElement> elements_;
+};
+
+void writeItem(const XmlDocument& document, Groups& groups, const std::wstring& elementName,
+               const std::vector<StoredField>& fields, IDispatch* object) {
+    const ComPtr<_IUPItem> item = itemIn(object);
+    const XmlElement& parent = groups.at(textProperty(item.Get(), &_IUPItem::get_Group));
+    const XmlElement element = document.createElement(elementName);
+    setAttribute(element, L"id", textProperty(item.Get(), &_IUPItem::get_Id));
+    for (const StoredField& field : fields) {
+        setAttribute(element, field.attribute,
+                     fieldText(getProperty(object, field.property.c_str())));
+    }
+    check(parent->appendChild(element.Get(), nullptr));
+}
+
+}  // namespace
+
+void XMLup::writeSection(_IUPSection* section) {
+    const std::wstring id = idOf(section);
+    XmlNode application = document_.select(applicationPath());
+    if (!application) {
+        const XmlNode root = document_.select(kRoot);
+        if (!root) check(E_FAIL);
+        application = append(document_, root, L"App", applicationId_);
+    }
+    XmlNode user = document_.select(userPath());
+    if (!user) user = append(document_, application, L"App_User", userId_);
+    XmlNode element = document_.select(sectionPath(id));
+    if (!element) {
+        const XmlElement made = append(document_, user, id + L"_Section", id);
+        setAttribute(made, L"description", textProperty(section, &_IUPSection::get_Description));
+        element = made;
+    }
+
+    const std::vector<StoredField> fields = fieldsOf(section);
+    Groups groups(document_, element, id);
+    eachVariant(enumeratorOf(itemsOf(section).Get()).Get(), [&](const Variant& item) {
+        writeItem(document_, groups, id + L"_Item", fields, objectIn(item));
+        return true;
+    });
+}
+
+void XMLup::resetDocument() {
+    document_ = XmlDocument::make();
+    const XmlElement root =
+        document_.addRoot(L"UserPreferences", L"xml", L" version='1.0' encoding='windows-1252'");
+    setAttribute(root, L"version", L"1");
+}
+
+bool XMLup::saveIntoFile(const std::wstring& fileName, std::wstring_view applicationId,
+                         std::wstring_view userId, _IUPSection* section) {
+    return quietly([&] {
+        setIdentity(applicationId, userId);
+        if (!isDocumentName(fileName)) check(E_INVALIDARG);
+        const std::wstring path = sectionPath(idOf(section));
+        const bool filled = hasItems(section);
+        FileReplacement replacement(fileName);
+        check(HRESULT_FROM_WIN32(replacement.error()));
+
+        Bytes content;
+        const DWORD reading = readWholeFile(fileName, content);
+        const bool exists = reading != ERROR_FILE_NOT_FOUND;
+        if (exists) check(HRESULT_FROM_WIN32(reading));
+        document_ = XmlDocument::make();
+        if (exists && document_.parse(content)) {
+            const bool removed = removeSection(section);
+            if (!removed && !filled) return;
+        } else {
+            if (!filled) check(E_FAIL);
+            if (!content.empty()) setAside(fileName);
+            resetDocument();
+        }
+        if (filled) writeSection(section);
+        const std::string changed = document_.bytes();
+        check(HRESULT_FROM_WIN32(
+            replacement.commit(changed.data(), changed.size(), kNewFileAttributes)));
+    });
+}
+
+bool XMLup::createFile(const std::wstring& fileName) {
+    return quietly([&] {
+        resetDocument();
+        if (!isDocumentName(fileName)) check(E_INVALIDARG);
+        FileReplacement replacement(fileName);
+        const std::string content = document_.bytes();
+        check(HRESULT_FROM_WIN32(
+            replacement.commit(content.data(), content.size(), kNewFileAttributes)));
+    });
+}
+
+std::wstring XMLup::saveIntoXml(std::wstring_view xml, std::wstring_view applicationId,
+                                std::wstring_view userId, _IUPSection* section) {
+    std::wstring result;
+    quietly([&] {
+        setIdentity(applicationId, userId);
+        document_ = XmlDocument::make();
+        if (!document_.parse(xml)) check(E_FAIL);
+        removeSection(section);
+        if (hasItems(section)) writeSection(section);
+        result = document_.xml();
+    });
+    return result;
+}
+
+}  // namespace vela

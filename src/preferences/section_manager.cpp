@@ -1,0 +1,29 @@
+#include "preferences/section_manager.h"
+
+#include "preferences/UPDataSourceXML.h"
+
+namespace vela {
+
+namespace {
+
+bool isKeptIn(_IUPSection* section, const std::wstring& source) {
+    ComPtr<_IUPDataSource> store;
+    checkRecorded(section->get_DataSourceManager(&store));
+    if (!store) return false;
+    Variant name;
+    checkRecorded(store->get_DataSource(&name));
+    return textOf(name) == source;
+}
+
+}  // namespace
+
+void registerSection(UPManager& manager, const SectionKind& kind, const std::wstring& source,
+                     bool keep) {
+    const ComPtr<_IUPSection> existing = keep ? manager.section(kind.id) : nullptr;
+    if (existing && isKeptIn(existing.Get(), source)) return;
+    const ComPtr<_IUPSection> section = makeSection(kind);
+    checkRecorded(section->putref_DataSourceManager(make<UPDataSourceXML>(source).Get()));
+    manager.add(section);
+}
+
+}  // namespace vela

@@ -1,0 +1,65 @@
+#include "text/TextUtil.h"
+
+#include "text/text_normalisation.h"
+
+namespace vela {
+
+namespace {
+
+// Puts `value` in the place of the caller's text.
+void rewrite(BSTR* target, std::wstring_view value) {
+    const BSTR changed = allocate(value);
+    SysFreeString(std::exchange(*target, changed));
+}
+
+struct TextArray {
+    LONG lowerBound = 0;
+    std::vector<std::wstring> values;
+};
+
+// The elements of an array of variants as text, those that have none as the empty text; no elements
+// where there is no array.
+TextArray textsIn(SAFEARRAY* array) {
+    TextArray texts;
+    if (!array || SafeArrayGetDim(array) != 1) return texts;
+    LONG upper = -1;
+    check(SafeArrayGetLBound(array, 1, &texts.lowerBound));
+    check(SafeArrayGetUBound(array, 1, &upper));
+    for (LONG i = texts.lowerBound; i <= upper; ++i) {
+        Variant element;
+        check(SafeArrayGetElement(array, &i, &element));
+        std::wstring value;
+        quietly([&] { value = textOf(element); });
+        texts.values.push_back(std::move(value));
+    }
+    return texts;
+}
+
+}  // namespace
+
+HRESULT TextUtil::MudaChar(BSTR* onde, BSTR oQueMuda, BSTR paraQueMuda) {
+    if (!onde) return E_POINTER;
+    return guard([&] { rewrite(onde, replaceAll(text(*onde), text(oQueMuda), text(paraQueMuda))); });
+}
+
+HRESULT TextUtil::SubstituirAcentos(BSTR* value) {
+    if (!value) return E_POINTER;
+    return guard([&] { rewrite(value, withoutAccents(text(*value))); });
+}
+
+HRESULT TextUtil::UTrim(BSTR value, BSTR* result) {
+    return answer(result, [&] { return normalisedIdentity(text(value)); });
+}
+
+HRESULT TextUtil::QueConteudoSql(BSTR value, BSTR* result) {
+    return answer(result, [&] { return sqlLiteral(text(value)); });
+}
+
+HRESULT TextUtil::PreparaTextoComVars(BSTR value, SAFEARRAY** values, BSTR* result) {
+    return answer(result, [&] {
+        const TextArray texts = textsIn(values ? *values : nullptr);
+        return filledTemplate(text(value), texts.values, texts.lowerBound);
+    });
+}
+
+}  // namespace vela

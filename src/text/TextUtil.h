@@ -1,0 +1,18 @@
+// Text for identities, SQL, templates and searches.
+#pragma once
+
+#include "contract.h"
+
+namespace vela {
+
+class TextUtil final : public Object<TextUtil, Unbuilt<_TextUtil>> {
+  public:
+    HRESULT STDMETHODCALLTYPE MudaChar(BSTR* onde, BSTR oQueMuda, BSTR paraQueMuda) override;
+    HRESULT STDMETHODCALLTYPE SubstituirAcentos(BSTR* text) override;
+    HRESULT STDMETHODCALLTYPE UTrim(BSTR text, BSTR* result) override;
+    HRESULT STDMETHODCALLTYPE QueConteudoSql(BSTR text, BSTR* result) override;
+    HRESULT STDMETHODCALLTYPE PreparaTextoComVars(BSTR text, SAFEARRAY** values,
+                                                  BSTR* result) override;
+};
+
+}  // namespace vela

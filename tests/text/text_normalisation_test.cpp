@@ -1,0 +1,52 @@
+#include "text/text_normalisation.h"
+
+#include <gtest/gtest.h>
+
+namespace vela {
+namespace {
+
+TEST(TextNormalisation, ReplacesWithoutLookingAtWhatItInserted) {
+    struct {
+        const wchar_t *text, *search, *replacement, *expected;
+    } const table[] = {
+        {L"aaa", L"a", L"aa", L"aaaaaa"},   {L"aaa", L"aa", L"b", L"ba"},
+        {L"abab", L"ab", L"", L""},         {L"abc", L"", L"x", L"abc"},
+        {L"", L"a", L"b", L""},             {L"O'Neil's", L"'", L"''", L"O''Neil''s"},
+        {L"abc", L"abcd", L"x", L"abc"},
+    };
+    for (const auto& row : table) {
+        EXPECT_EQ(replaceAll(row.text, row.search, row.replacement), row.expected) << row.text;
+    }
+}
+
+TEST(TextNormalisation, TrimsSpacesOnlyAndUpperCases) {
+    EXPECT_EQ(normalisedIdentity(L"  ab c "), L"AB C");
+    EXPECT_EQ(normalisedIdentity(L"\tab "), L"\tAB");
+    EXPECT_EQ(normalisedIdentity(L"   "), L"");
+    EXPECT_EQ(normalisedIdentity(L"ação ß"), L"AÇÃO ß");
+}
+
+TEST(TextNormalisation, QuotesSqlText) {
+    EXPECT_EQ(sqlLiteral(L""), L"''");
+    EXPECT_EQ(sqlLiteral(L"O'Neil"), L"'O''Neil'");
+    EXPECT_EQ(sqlLiteral(L"''"), L"''''''");
+}
+
+TEST(TextNormalisation, FillsHighPlaceholdersFirst) {
+    std::vector<std::wstring> values;
+    for (int i = 1; i <= 10; ++i) values.push_back(L"v" + std::to_wstring(i));
+    EXPECT_EQ(filledTemplate(L"@X1 @X10 @X11 @x1", values, 0), L"v1 v10 v11 @x1");
+    EXPECT_EQ(filledTemplate(L"@X1 @X2", {L"a"}, 1), L"@X1 a");
+    EXPECT_EQ(filledTemplate(L"@X0 @X-1", {L"a", L"b"}, -2), L"b a");
+    EXPECT_EQ(filledTemplate(L"@X1", {}, 0), L"@X1");
+}
+
+TEST(TextNormalisation, RemovesAccentsAndKeepsTheLength) {
+    EXPECT_EQ(withoutAccents(L"Conceição nº 5"), L"Conceicao n    ");
+    EXPECT_EQ(withoutAccents(L"ÁÀÃÂáàãâÉÈÊËéèêëÍÌÎíìîÓÒÕÔóòõôÚÙÛúùûÇç"),
+              L"AAAAaaaaEEEEeeeeIIIiiiOOOOooooUUUuuuCc");
+    EXPECT_EQ(withoutAccents(L"Ä.ï-Öü,Ñ'z\tk"), L" .     " L"  z k");
+}
+
+}  // namespace
+}  // namespace vela

@@ -16,8 +16,8 @@ HRESULT numberOf(EXCEPINFO& exception) {
 }
 
 HRESULT passOn(EXCEPINFO& exception) {
-    const Bstr source(std::exchange(exception.bstrSource, nullptr));
-    const Bstr description(std::exchange(exception.bstrDescription, nullptr));
+    const Bstr source = Bstr::owning(exception.bstrSource);
+    const Bstr description = Bstr::owning(exception.bstrDescription);
     SysFreeString(exception.bstrHelpFile);
     const HRESULT number = numberOf(exception);
     return guard([&] { throw Error{number, source.str(), description.str()}; });
@@ -31,7 +31,7 @@ bool sameObject(IUnknown* left, IUnknown* right) {
     ComPtr<IUnknown> rightIdentity;
     left->QueryInterface(IID_PPV_ARGS(&leftIdentity));
     right->QueryInterface(IID_PPV_ARGS(&rightIdentity));
-    return leftIdentity == rightIdentity;
+    return leftIdentity.Get() == rightIdentity.Get();
 }
 
 HRESULT findMember(IDispatch* object, const wchar_t* name, DISPID* id) {

@@ -17,6 +17,15 @@ namespace vela {
 
 using Microsoft::WRL::ComPtr;
 
+// The owner of a reference that is handed over. ComPtr's own Attach() takes another one with some
+// toolchains.
+template <class Interface>
+ComPtr<Interface> adopted(Interface* reference) {
+    ComPtr<Interface> owner;
+    *owner.GetAddressOf() = reference;
+    return owner;
+}
+
 // The text of an automation string; a null string is the empty string.
 inline std::wstring_view text(BSTR string) {
     return string ? std::wstring_view(string, SysStringLen(string)) : std::wstring_view();
@@ -36,7 +45,11 @@ class Bstr {
     Bstr() = default;
     explicit Bstr(std::wstring_view value) : string_(allocate(value)) {}
     // Takes over a string that the platform allocated; null is the empty string.
-    explicit Bstr(BSTR owned) : string_(owned) {}
+    static Bstr owning(BSTR string) {
+        Bstr owner;
+        owner.string_ = string;
+        return owner;
+    }
     Bstr(Bstr&& other) noexcept : string_(other.release()) {}
     Bstr& operator=(Bstr&& other) noexcept {
         std::swap(string_, other.string_);
@@ -53,6 +66,8 @@ class Bstr {
     }
     BSTR release() { return std::exchange(string_, nullptr); }
     std::wstring_view view() const { return text(string_); }
+    // Where view() stands, to be changed in place; null when empty.
+    wchar_t* data() { return string_; }
     std::wstring str() const { return std::wstring(view()); }
 
   private:

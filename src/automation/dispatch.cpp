@@ -25,11 +25,6 @@ unsigned hashOf(std::wstring_view name) {
     return hash ^ (hash >> 15);
 }
 
-// Numbers count from 0 upwards; the enumerator's is -4.
-std::size_t familyIndex(DISPID id) {
-    return id == DISPID_NEWENUM ? 0 : static_cast<std::size_t>(id) + 1;
-}
-
 bool isEmptyObject(const VARIANT& value) {
     return value.vt == VT_EMPTY || value.vt == VT_NULL || isMissing(value);
 }
@@ -77,6 +72,11 @@ MemberTable::MemberTable(std::span<const Member> members) : members_(members) {
         if (member.kind == DISPATCH_PROPERTYPUT) family.write = &member;
         else if (member.kind == DISPATCH_PROPERTYPUTREF) family.writeReference = &member;
         else family.read = &member;
+        if (member.kind == DISPATCH_PROPERTYGET && member.parameters.empty() && member.id >= 0) {
+            const auto id = static_cast<std::size_t>(member.id);
+            if (plainGetters_.size() <= id) plainGetters_.resize(id + 1);
+            plainGetters_[id] = member.call;
+        }
 
         const unsigned hash = hashOf(member.name);
         std::size_t slot = hash & (names_.size() - 1);
@@ -98,26 +98,20 @@ DISPID MemberTable::find(std::wstring_view name) const {
     return DISPID_UNKNOWN;
 }
 
-const MemberTable::Family* MemberTable::family(DISPID id) const {
-    if (id < 0 && id != DISPID_NEWENUM) return nullptr;
-    const std::size_t index = familyIndex(id);
-    return index < families_.size() ? &families_[index] : nullptr;
-}
-
 const Member* MemberTable::find(DISPID id, WORD flags, const DISPPARAMS& call) const {
     const Family* found = family(id);
     if (!found) return nullptr;
-    if (flags & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF)) {
-        // Languages without a separate assignment of objects put them by value.
-        const bool object = call.cArgs > 0 && holdsObject(call.rgvarg[0]);
-        const bool reference = !(flags & DISPATCH_PROPERTYPUT) ||
-                               (object && ((flags & DISPATCH_PROPERTYPUTREF) || !found->write));
-        return reference ? found->writeReference : found->write;
+    if (flags & (DISPATCH_METHOD | DISPATCH_PROPERTYGET)) {
+        // A property is read by a call too; a method is never run by a mere reading.
+        const Member* read = found->read;
+        const bool runs = read && read->kind == DISPATCH_METHOD && !(flags & DISPATCH_METHOD);
+        return runs ? nullptr : read;
     }
-    // A property is read by a call too; a method is never run by a mere reading.
-    const Member* read = found->read;
-    if (read && read->kind == DISPATCH_METHOD && !(flags & DISPATCH_METHOD)) return nullptr;
-    return flags & (DISPATCH_METHOD | DISPATCH_PROPERTYGET) ? read : nullptr;
+    // Languages without a separate assignment of objects put them by value.
+    const bool object = call.cArgs > 0 && holdsObject(call.rgvarg[0]);
+    const bool reference = !(flags & DISPATCH_PROPERTYPUT) ||
+                           (object && ((flags & DISPATCH_PROPERTYPUTREF) || !found->write));
+    return reference ? found->writeReference : found->write;
 }
 
 DISPID MemberTable::findParameter(DISPID id, std::wstring_view name) const {
@@ -147,6 +141,11 @@ HRESULT namesToNumbers(std::span<const Facet> facets, LPOLESTR* names, UINT coun
     return all ? S_OK : DISP_E_UNKNOWNNAME;
 }
 
+HRESULT raised(HRESULT failure, EXCEPINFO* exception) {
+    if (exception) fillException(failure, exception);
+    return DISP_E_EXCEPTION;
+}
+
 namespace {
 
 // `object.Property(x)` where Property takes no arguments means the default member of what it holds.
@@ -156,10 +155,7 @@ HRESULT callDefaultOfResult(const Facet& facet, const Member& property, LCID loc
     Arguments none;
     Variant holder;
     const HRESULT outcome = property.call(facet.self, none, &holder);
-    if (FAILED(outcome)) {
-        if (exception) fillException(outcome, exception);
-        return DISP_E_EXCEPTION;
-    }
+    if (FAILED(outcome)) return raised(outcome, exception);
     if (holder.vt != VT_DISPATCH || !holder.pdispVal) return DISP_E_BADPARAMCOUNT;
     return holder.pdispVal->Invoke(DISPID_VALUE, IID_NULL, locale, flags, call, result, exception,
                                    failedArgument);
@@ -167,29 +163,32 @@ HRESULT callDefaultOfResult(const Facet& facet, const Member& property, LCID loc
 
 }  // namespace
 
-HRESULT invokeMember(const Facet& facet, DISPID id, LCID locale, WORD flags, DISPPARAMS* call,
-                     VARIANT* result, EXCEPINFO* exception, UINT* failedArgument) {
+HRESULT invokeMember(std::span<const Facet> facets, DISPID id, LCID locale, WORD flags,
+                     DISPPARAMS* call, VARIANT* result, EXCEPINFO* exception,
+                     UINT* failedArgument) {
     if (!call) return E_POINTER;
+    const std::size_t index = id > 0 ? static_cast<std::size_t>(id) >> 16 : 0;
+    if (index >= facets.size()) return DISP_E_MEMBERNOTFOUND;
+    const Facet& facet = facets[index];
+    if (index > 0) id &= 0xFFFF;
     const Member* member = facet.members->find(id, flags, *call);
     if (!member) return DISP_E_MEMBERNOTFOUND;
     if (member->kind == DISPATCH_PROPERTYGET && member->parameters.empty() && call->cArgs > 0) {
         return callDefaultOfResult(facet, *member, locale, flags, call, result, exception,
                                    failedArgument);
     }
-    Arguments arguments;
-    arguments.failed = Arguments::kMost;
-    if (locale != 0) arguments.locale = locale;
-    HRESULT outcome = arguments.bind(*call, member->parameters);
-    if (FAILED(outcome)) return outcome;
     if (result) result->vt = VT_EMPTY;
-    outcome = member->call(facet.self, arguments, result);
+    Arguments arguments;
+    if (locale != 0) arguments.locale = locale;
+    const HRESULT unfit = arguments.bind(*call, member->parameters);
+    if (FAILED(unfit)) return unfit;
+    const HRESULT outcome = member->call(facet.self, arguments, result);
     if (SUCCEEDED(outcome)) return S_OK;
     if (arguments.failed != Arguments::kMost) {
         if (failedArgument) *failedArgument = arguments.failedArgument(*call);
         return outcome;
     }
-    if (exception) fillException(outcome, exception);
-    return DISP_E_EXCEPTION;
+    return raised(outcome, exception);
 }
 
 // ---- slots -------------------------------------------------------------------------------------
@@ -395,12 +394,13 @@ HRESULT ArrayStorage::load(Arguments& arguments, std::size_t index, VARTYPE elem
 void ArrayStorage::store(Arguments& arguments, std::size_t index) {
     VARIANT* argument = arguments[index];
     if (!argument || target_ != &own_ || !(argument->vt & VT_BYREF) || !own_) return;
+    // The caller's array keeps its element type; a variable without one gets an array of variants.
+    SAFEARRAY** place = arrayPlace(argument);
+    const VARTYPE type = place ? dereferenced(*argument).vt & VT_TYPEMASK : VT_VARIANT;
     SAFEARRAY* changed = nullptr;
-    if (FAILED(convertArray(own_, VT_VARIANT, &changed))) return;
-    if (SAFEARRAY** place = arrayPlace(argument)) {
-        VARTYPE type = VT_EMPTY;
-        if (*place) SafeArrayGetVartype(*place, &type);
-        if (type == VT_VARIANT || !*place) std::swap(*place, changed);
+    if (FAILED(convertArray(own_, type, &changed))) return;
+    if (place) {
+        std::swap(*place, changed);
     } else {
         argument->pvarVal->parray = std::exchange(changed, nullptr);
         argument->pvarVal->vt = VT_ARRAY | VT_VARIANT;

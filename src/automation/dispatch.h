@@ -44,7 +44,7 @@ class Arguments {
     VARIANT* operator[](std::size_t index) const { return slots_[index]; }
     const Parameter& parameter(std::size_t index) const { return parameters_[index]; }
     LCID locale = LOCALE_USER_DEFAULT;
-    std::size_t failed = 0;  // the parameter that a load failed on
+    std::size_t failed = kMost;  // the parameter that a load failed on
     // Its place in the caller's argument list.
     UINT failedArgument(const DISPPARAMS& call) const;
 
@@ -52,6 +52,9 @@ class Arguments {
     VARIANT* slots_[kMost];
     std::span<const Parameter> parameters_;
 };
+
+// For members that have no parameters.
+inline Arguments noArguments;
 
 using Thunk = HRESULT (*)(IDispatch* self, Arguments& arguments, VARIANT* result);
 
@@ -74,7 +77,12 @@ class MemberTable {
     const Member* find(DISPID id, WORD flags, const DISPPARAMS& call) const;
     // The position of a parameter of the members numbered `id`, as a DISPID; or DISPID_UNKNOWN.
     DISPID findParameter(DISPID id, std::wstring_view name) const;
-    std::span<const Member> members() const { return members_; }
+    // The thunk of a property get without parameters, which touches no arguments; null when `id` is
+    // anything else.
+    Thunk plainGetter(DISPID id) const {
+        const auto index = static_cast<std::size_t>(id);
+        return index < plainGetters_.size() ? plainGetters_[index] : nullptr;
+    }
 
   private:
     struct Family {  // what shares one number: a method, or the accessors of a property
@@ -82,16 +90,28 @@ class MemberTable {
         const Member* write = nullptr;
         const Member* writeReference = nullptr;
     };
-    const Family* family(DISPID id) const;
+    // Numbers count from 0 upwards; the enumerator's is -4.
+    static std::size_t familyIndex(DISPID id) {
+        return id == DISPID_NEWENUM ? 0 : static_cast<std::size_t>(id) + 1;
+    }
+    const Family* family(DISPID id) const {
+        if (id < 0 && id != DISPID_NEWENUM) return nullptr;
+        const std::size_t index = familyIndex(id);
+        return index < families_.size() ? &families_[index] : nullptr;
+    }
 
     std::span<const Member> members_;
     std::vector<Family> families_;  // by number, DISPID_NEWENUM first
+    std::vector<Thunk> plainGetters_;  // by number
     struct NameSlot {
         unsigned hash;
         const Member* member;
     };
     std::vector<NameSlot> names_;  // open addressing, size a power of two
 };
+
+// What Invoke returns for a member that failed, and the error info as the exception.
+HRESULT raised(HRESULT failure, EXCEPINFO* exception);
 
 // Specialised for every interface by generated code.
 template <class Interface>
@@ -107,9 +127,8 @@ struct Facet {
 // interfaces that the default one does not have. Numbers of the facet at index k carry k in their
 // high word. The four functions are those of IDispatch.
 HRESULT namesToNumbers(std::span<const Facet> facets, LPOLESTR* names, UINT count, DISPID* ids);
-HRESULT invokeMember(const Facet& facet, DISPID id, LCID locale, WORD flags, DISPPARAMS* call,
-                     VARIANT* result, EXCEPINFO* exception, UINT* failedArgument);
-inline std::size_t facetIndex(DISPID id) { return id > 0 ? static_cast<std::size_t>(id) >> 16 : 0; }
+HRESULT invokeMember(std::span<const Facet> facets, DISPID id, LCID locale, WORD flags,
+                     DISPPARAMS* call, VARIANT* result, EXCEPINFO* exception, UINT* failedArgument);
 
 // ---- slots ---------------------------------------------------------------------------------
 
@@ -286,7 +305,7 @@ class PointerRef : public Pointer<Interface> {
     }
     Interface** pass() { return this->value_.GetAddressOf(); }
     void store(Arguments& arguments, std::size_t index) {
-        if (arguments[index] && this->value_ != before_) {
+        if (arguments[index] && this->value_.Get() != before_.Get()) {
             storeObject(arguments[index], this->value_.Get());
         }
     }
@@ -367,14 +386,14 @@ struct SlotList {};
 namespace detail {
 
 template <class Interface, class... Slots, std::size_t... index, class Call>
-HRESULT callWith(Arguments& arguments, std::index_sequence<index...>, Call&& call) {
+HRESULT callWith([[maybe_unused]] Arguments& arguments, std::index_sequence<index...>, Call&& call) {
     std::tuple<Slots...> slots;
     HRESULT outcome = S_OK;
     const bool loaded =
         (... && ((arguments.failed = index,
                   outcome = std::get<index>(slots).load(arguments, index)) >= 0));
     if (!loaded) return outcome;
-    arguments.failed = Arguments::kMost;
+    if constexpr (sizeof...(Slots) > 0) arguments.failed = Arguments::kMost;
     outcome = call(std::get<index>(slots).pass()...);
     (std::get<index>(slots).store(arguments, index), ...);
     return outcome;

@@ -55,11 +55,7 @@ class Enumerator final : public IEnumVARIANT {
         return S_OK;
     }
     HRESULT STDMETHODCALLTYPE Clone(IEnumVARIANT** copy) override {
-        return answer(copy, [&] {
-            ComPtr<IEnumVARIANT> clone;
-            clone.Attach(new Enumerator(source_->clone()));
-            return clone;
-        });
+        return answer(copy, [&] { return adopted(new Enumerator(source_->clone())); });
     }
 
   private:
@@ -70,9 +66,7 @@ class Enumerator final : public IEnumVARIANT {
 }  // namespace
 
 ComPtr<IUnknown> makeEnumerator(std::unique_ptr<VariantSource> source) {
-    ComPtr<IUnknown> enumerator;
-    enumerator.Attach(new Enumerator(std::move(source)));
-    return enumerator;
+    return adopted(new Enumerator(std::move(source)));
 }
 
 void eachVariant(IUnknown* enumerator, const std::function<bool(const Variant&)>& visit) {

@@ -92,8 +92,8 @@ void checkRecorded(HRESULT result) {
     if (SUCCEEDED(result)) return;
     EXCEPINFO exception;
     fillException(result, &exception);
-    const Bstr source(exception.bstrSource);
-    const Bstr description(exception.bstrDescription);
+    const Bstr source = Bstr::owning(exception.bstrSource);
+    const Bstr description = Bstr::owning(exception.bstrDescription);
     SysFreeString(exception.bstrHelpFile);
     if (!description.get()) check(result);
     throw Error{result, source.str(), description.str()};

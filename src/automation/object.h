@@ -105,11 +105,15 @@ class Object : public DefaultBase,
     HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID locale, WORD flags, DISPPARAMS* call,
                                      VARIANT* result, EXCEPINFO* exception,
                                      UINT* failedArgument) final {
-        const std::size_t index = facetIndex(id);
-        if (index > sizeof...(Others)) return DISP_E_MEMBERNOTFOUND;
-        const Facet facet = index == 0 ? defaultFacet() : facets()[index];
-        if (index > 0) id &= 0xFFFF;
-        return invokeMember(facet, id, locale, flags, call, result, exception, failedArgument);
+        // What callers do most, reading a property, goes the shortest way.
+        if ((flags & DISPATCH_PROPERTYGET) && call && call->cArgs == 0 && result) {
+            if (const Thunk get = members_.plainGetter(id)) {
+                result->vt = VT_EMPTY;
+                const HRESULT outcome = get(static_cast<Default*>(this), noArguments, result);
+                return SUCCEEDED(outcome) ? S_OK : raised(outcome, exception);
+            }
+        }
+        return invokeMember(facets(), id, locale, flags, call, result, exception, failedArgument);
     }
 
     HRESULT STDMETHODCALLTYPE InterfaceSupportsErrorInfo(REFIID id) final {
@@ -138,9 +142,8 @@ class Object : public DefaultBase,
     // again.
     static constexpr LONG kDying = 0x40000000;
 
-    Facet defaultFacet() { return {static_cast<Default*>(this), &membersOf<Default>()}; }
     std::array<Facet, 1 + sizeof...(Others)> facets() {
-        return {defaultFacet(),
+        return {Facet{static_cast<Default*>(this), &members_},
                 Facet{static_cast<Others*>(this), &membersOf<typename InterfaceIn<Others>::Type>()}...};
     }
     void* find(REFIID id) {
@@ -165,26 +168,22 @@ class Object : public DefaultBase,
         return found;
     }
 
+    const MemberTable& members_ = membersOf<Default>();
     LONG references_ = 1;
 };
 
 // A new object. Throws std::bad_alloc and whatever its constructor throws.
 template <class Class, class... Arguments>
 ComPtr<Class> make(Arguments&&... arguments) {
-    ComPtr<Class> object;
-    object.Attach(new Class(std::forward<Arguments>(arguments)...));
-    return object;
+    return adopted(new Class(std::forward<Arguments>(arguments)...));
 }
 
 // The object behind an interface pointer if it is of our class `Class`, otherwise null.
 template <class Class>
 ComPtr<Class> own(IUnknown* object) {
     void* found = nullptr;
-    ComPtr<Class> result;
-    if (object && SUCCEEDED(object->QueryInterface(ownClassId<Class>(), &found))) {
-        result.Attach(static_cast<Class*>(found));
-    }
-    return result;
+    const bool ours = object && SUCCEEDED(object->QueryInterface(ownClassId<Class>(), &found));
+    return adopted(static_cast<Class*>(ours ? found : nullptr));
 }
 
 // A text property of any object, read through its interface. Throws Error.

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 namespace vela {
 
@@ -9,6 +10,7 @@ namespace {
 
 constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 constexpr DWORD kPatience = 5000;  // ms
+constexpr DWORD kMoment = 1000;    // ms
 constexpr DWORD kPause = 10;       // ms
 constexpr DWORD kOneCall = 16 << 20;
 
@@ -45,7 +47,8 @@ std::wstring fullPath(const std::wstring& path) {
     return full;
 }
 
-// Gives the open file another name, in the place of a file that has it.
+// Gives the open file another name, in the place of a file that has it. That file may be open for a
+// moment, in the hands of a reader.
 DWORD renameOver(HANDLE file, const std::wstring& path) {
     const std::wstring target = fullPath(path);
     const std::size_t bytes = target.size() * sizeof(wchar_t);
@@ -54,9 +57,17 @@ DWORD renameOver(HANDLE file, const std::wstring& path) {
     info->ReplaceIfExists = TRUE;
     info->FileNameLength = static_cast<DWORD>(bytes);
     std::memcpy(info->FileName, target.data(), bytes);
-    const BOOL done = SetFileInformationByHandle(file, FileRenameInfo, info,
-                                                 static_cast<DWORD>(buffer.size()));
-    return done ? ERROR_SUCCESS : GetLastError();
+    const ULONGLONG start = GetTickCount64();
+    for (;;) {
+        if (SetFileInformationByHandle(file, FileRenameInfo, info,
+                                       static_cast<DWORD>(buffer.size()))) {
+            return ERROR_SUCCESS;
+        }
+        const DWORD error = GetLastError();
+        const bool inUse = error == ERROR_SHARING_VIOLATION || error == ERROR_ACCESS_DENIED;
+        if (!inUse || GetTickCount64() - start > kMoment) return error;
+        Sleep(kPause);
+    }
 }
 
 void setAttributes(HANDLE file, DWORD attributes) {
@@ -96,9 +107,10 @@ FileReplacement::FileReplacement(const std::wstring& path) : path_(path) {
     const std::wstring name = path + L".tmp";
     const ULONGLONG start = GetTickCount64();
     for (;;) {
-        // Sharing nothing makes the sibling the lock, too.
-        sibling_ = CreateFileW(name.c_str(), GENERIC_WRITE | DELETE, 0, nullptr, OPEN_ALWAYS,
-                               FILE_ATTRIBUTE_HIDDEN, nullptr);
+        // Nobody else may write to the sibling: that makes it the lock, too. Once it has the file's
+        // name, others may read it.
+        sibling_ = CreateFileW(name.c_str(), GENERIC_WRITE | DELETE, FILE_SHARE_READ, nullptr,
+                               OPEN_ALWAYS, FILE_ATTRIBUTE_HIDDEN, nullptr);
         if (sibling_ != INVALID_HANDLE_VALUE) {
             error_ = ERROR_SUCCESS;
             return;
@@ -115,10 +127,8 @@ FileReplacement::FileReplacement(const std::wstring& path) : path_(path) {
 
 FileReplacement::~FileReplacement() {
     if (sibling_ == INVALID_HANDLE_VALUE) return;
-    if (!committed_) {
-        FILE_DISPOSITION_INFO info{TRUE};
-        SetFileInformationByHandle(sibling_, FileDispositionInfo, &info, sizeof info);
-    }
+    FILE_DISPOSITION_INFO info{TRUE};
+    SetFileInformationByHandle(sibling_, FileDispositionInfo, &info, sizeof info);
     CloseHandle(sibling_);
 }
 
@@ -138,7 +148,8 @@ DWORD FileReplacement::commit(const void* content, std::size_t size, DWORD attri
     if (error_ != ERROR_SUCCESS) return error_;
     setAttributes(sibling_, attributes);
     error_ = renameOver(sibling_, path_);
-    committed_ = error_ == ERROR_SUCCESS;
+    // Others wait for the sibling no longer; while it is open they could not replace the file.
+    if (error_ == ERROR_SUCCESS) CloseHandle(std::exchange(sibling_, INVALID_HANDLE_VALUE));
     return error_;
 }
 

@@ -43,8 +43,7 @@ HRESULT SysUtil::ClearCollection(IDispatch** collection, VARIANT_BOOL* setNothin
     if (!collection || !*collection) return S_OK;
     quietly([&] { emptyCollection(*collection); });
     if (setNothing && isTrue(*setNothing)) {
-        ComPtr<IDispatch> last;
-        last.Attach(std::exchange(*collection, nullptr));
+        adopted(std::exchange(*collection, nullptr));
     }
     return S_OK;
 }

@@ -83,8 +83,7 @@ CreateFunction creatorOf(const CLSID& id) {
 
 HRESULT makeClassFactory(CreateFunction create, REFIID id, void** result) {
     return guard([&] {
-        ComPtr<IClassFactory> factory;
-        factory.Attach(new ClassFactory(create));
+        const ComPtr<IClassFactory> factory = adopted(new ClassFactory(create));
         check(factory.CopyTo(id, result));
     });
 }

@@ -92,17 +92,18 @@ ComPtr<IDispatch> readItem(_IUPSection* section, const Bstr& group, const XmlNod
 }
 
 // A field as the document holds it; dates as day-month-year, the zero date as nothing.
-std::wstring fieldText(const VARIANT& value) {
-    if (value.vt != VT_DATE) return textOf(value);
+Variant fieldText(Variant value) {
+    if (value.vt == VT_BSTR) return value;
+    if (value.vt != VT_DATE) return converted(value, VT_BSTR);
     SYSTEMTIME time;
-    if (value.date <= 0 || !VariantTimeToSystemTime(value.date, &time)) return {};
+    if (value.date <= 0 || !VariantTimeToSystemTime(value.date, &time)) return Variant(L"");
     wchar_t buffer[16];
     swprintf(buffer, ARRAYSIZE(buffer), L"%02d-%02d-%04d", time.wDay, time.wMonth, time.wYear);
-    return buffer;
+    return Variant(buffer);
 }
 
 struct StoredField {
-    std::wstring attribute;  // in lower case
+    Bstr attribute;  // in lower case
     std::wstring property;
 };
 
@@ -118,7 +119,7 @@ std::vector<StoredField> fieldsOf(_IUPSection* section) {
         if (!listed.empty() && listed.find(L"[" + upper + L"]") == listed.npos) continue;
         std::wstring lower = name;
         for (wchar_t& c : lower) c = static_cast<wchar_t>(std::towlower(c));
-        fields.push_back({lower, name});
+        fields.push_back({Bstr(lower), name});
     }
     return fields;
 }
@@ -230,7 +231,7 @@ namespace {
 XmlElement append(const XmlDocument& document, const XmlNode& parent, const std::wstring& name,
                   std::wstring_view id) {
     const XmlElement element = document.createElement(name);
-    setAttribute(element, L"id", id);
+    setAttribute(element, Bstr(L"id"), Variant(id));
     check(parent->appendChild(element.Get(), nullptr));
     return element;
 }
@@ -270,7 +271,7 @@ void writeItem(const XmlDocument& document, Groups& groups, const std::wstring& 
     const ComPtr<_IUPItem> item = itemIn(object);
     const XmlElement& parent = groups.at(textProperty(item.Get(), &_IUPItem::get_Group));
     const XmlElement element = document.createElement(elementName);
-    setAttribute(element, L"id", textProperty(item.Get(), &_IUPItem::get_Id));
+    setAttribute(element, Bstr(L"id"), Variant(textProperty(item.Get(), &_IUPItem::get_Id)));
     for (const StoredField& field : fields) {
         setAttribute(element, field.attribute,
                      fieldText(getProperty(object, field.property.c_str())));
@@ -293,7 +294,8 @@ void XMLup::writeSection(_IUPSection* section) {
     XmlNode element = document_.select(sectionPath(id));
     if (!element) {
         const XmlElement made = append(document_, user, id + L"_Section", id);
-        setAttribute(made, L"description", textProperty(section, &_IUPSection::get_Description));
+        setAttribute(made, Bstr(L"description"),
+                     Variant(textProperty(section, &_IUPSection::get_Description)));
         element = made;
     }
 
@@ -309,7 +311,7 @@ void XMLup::resetDocument() {
     document_ = XmlDocument::make();
     const XmlElement root =
         document_.addRoot(L"UserPreferences", L"xml", L" version='1.0' encoding='windows-1252'");
-    setAttribute(root, L"version", L"1");
+    setAttribute(root, Bstr(L"version"), Variant(L"1"));
 }
 
 bool XMLup::saveIntoFile(const std::wstring& fileName, std::wstring_view applicationId,

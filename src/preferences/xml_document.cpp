@@ -20,6 +20,13 @@ bool isXmlCharacter(std::wstring_view text, std::size_t at) {
     return c != 0xFFFE && c != 0xFFFF;
 }
 
+bool isXmlText(std::wstring_view text) {
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (!isXmlCharacter(text, i)) return false;
+    }
+    return true;
+}
+
 std::wstring xmlText(std::wstring_view text) {
     std::wstring result;
     result.reserve(text.size());
@@ -139,8 +146,9 @@ XmlElement XmlDocument::addRoot(const std::wstring& name, const std::wstring& ta
     return root;
 }
 
-void setAttribute(const XmlElement& element, const std::wstring& name, std::wstring_view value) {
-    check(element->setAttribute(Bstr(name).get(), Variant(xmlText(value))));
+void setAttribute(const XmlElement& element, const Bstr& name, Variant value) {
+    if (!isXmlText(text(value.bstrVal))) value = Variant(xmlText(text(value.bstrVal)));
+    check(element->setAttribute(name.get(), value));
 }
 
 std::wstring attribute(const XmlElement& element, const std::wstring& name) {
@@ -168,7 +176,10 @@ bool attributeAt(IXMLDOMNamedNodeMap* attributes, long index, NameAndValue& foun
     XmlNode node;
     if (attributes->get_item(index, &node) != S_OK || !node) return false;
     check(node->get_nodeName(found.name.put()));
-    check(node->get_text(found.value.put()));
+    // The node's text would come without the blanks around it.
+    Variant value;
+    check(node->get_nodeValue(&value));
+    found.value = Bstr(textOf(value));
     return true;
 }
 

@@ -50,8 +50,8 @@ class XmlDocument {
     ComPtr<IXMLDOMDocument2> document_;
 };
 
-// Attributes. Characters that XML cannot hold are left out of a value.
-void setAttribute(const XmlElement& element, const std::wstring& name, std::wstring_view value);
+// Sets an attribute to a text. Characters that XML cannot hold are left out.
+void setAttribute(const XmlElement& element, const Bstr& name, Variant value);
 std::wstring attribute(const XmlElement& element, const std::wstring& name);
 // The value of the first attribute; throws Error when the node has none.
 std::wstring firstAttribute(const XmlNode& node);

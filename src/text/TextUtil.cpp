@@ -1,6 +1,7 @@
 #include "text/TextUtil.h"
 
 #include "text/text_normalisation.h"
+#include "text/upper_case.h"
 
 namespace vela {
 
@@ -48,7 +49,11 @@ HRESULT TextUtil::SubstituirAcentos(BSTR* value) {
 }
 
 HRESULT TextUtil::UTrim(BSTR value, BSTR* result) {
-    return answer(result, [&] { return normalisedIdentity(text(value)); });
+    return answer(result, [&] {
+        Bstr upper(trimmed(text(value)));
+        upperCaseInPlace(upper.data(), upper.view().size());
+        return upper;
+    });
 }
 
 HRESULT TextUtil::QueConteudoSql(BSTR value, BSTR* result) {

@@ -90,11 +90,15 @@ wchar_t upperCase(wchar_t unit) {
 }
 
 std::wstring upperCase(std::wstring_view text) {
-    const UpperCaseTable& table = upperCaseTable();
     std::wstring result(text);
-    std::transform(result.begin(), result.end(), result.begin(),
-                   [&table](wchar_t unit) { return upperCase(table, unit); });
+    upperCaseInPlace(result.data(), result.size());
     return result;
+}
+
+void upperCaseInPlace(wchar_t* units, std::size_t length) {
+    const UpperCaseTable& table = upperCaseTable();
+    std::transform(units, units + length, units,
+                   [&table](wchar_t unit) { return upperCase(table, unit); });
 }
 
 }  // namespace vela

@@ -10,6 +10,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -33,5 +34,8 @@ wchar_t upperCase(wchar_t unit);
 
 /// `text` with every unit upper-cased; throws std::bad_alloc.
 std::wstring upperCase(std::wstring_view text);
+
+/// Upper-cases `length` units where they stand.
+void upperCaseInPlace(wchar_t* units, std::size_t length);
 
 }  // namespace vela

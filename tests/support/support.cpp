@@ -24,8 +24,8 @@ Called call(IDispatch* object, const wchar_t* name, std::vector<VARIANT> argumen
     called.outcome = object->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, flags, &parameters,
                                     &called.result, &exception, &called.failedArgument);
     called.error = exception.scode;
-    called.source = Bstr(exception.bstrSource).str();
-    called.description = Bstr(exception.bstrDescription).str();
+    called.source = Bstr::owning(exception.bstrSource).str();
+    called.description = Bstr::owning(exception.bstrDescription).str();
     return called;
 }
 
@@ -66,7 +66,7 @@ VARIANT byReference(VARIANT& value) {
 ComPtr<IDispatch> create(const wchar_t* progId) {
     CLSID id;
     ComPtr<IDispatch> object;
-    EXPECT_EQ(CLSIDFromProgID(progId, &id), S_OK) << Bstr(progId).str().c_str();
+    EXPECT_EQ(CLSIDFromProgID(progId, &id), S_OK) << std::filesystem::path(progId);
     EXPECT_EQ(CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER, IID_PPV_ARGS(&object)), S_OK);
     return object;
 }

@@ -394,17 +394,16 @@ std::vector<bench::Row> documents() {
     }
 
     ComPtr<_UPUtil> preferences;
-    const double ourLoad = bench::nanoseconds([&](long) { preferences = startPreferences(ours); }, 1,
-                                              [&] { preferences.Reset(); });
-    const double theirLoad = bench::nanoseconds(
-        [&](long) {
+    const auto [ourLoad, theirLoad] = bench::alternately(
+        [&] { preferences = startPreferences(ours); },
+        [&] {
             auto document = loadDocument(theirs);
             for (const wchar_t* id : kSections) {
                 std::vector<PlainItem> read;
                 if (plainRead(document.Get(), id, read) != kItems) require(E_FAIL, "reading");
             }
         },
-        1);
+        [&] { preferences.Reset(); });
 
     for (const wchar_t* id : kSections) {
         SHORT count = 0;
@@ -415,17 +414,15 @@ std::vector<bench::Row> documents() {
     }
     ComPtr<_UPManager> manager;
     preferences->get_ActiveUPM(&manager);
-    const double ourSave = bench::nanoseconds(
-        [&](long) {
+    const auto [ourSave, theirSave] = bench::alternately(
+        [&] {
             VARIANT_BOOL saved = VARIANT_FALSE;
             require(manager->Save(&saved), "saving");
         },
-        1, [&] { markAllUnsaved(preferences.Get()); });
-    const double theirSave = bench::nanoseconds(
-        [&](long) {
+        [&] {
             for (std::size_t s = 0; s < 4; ++s) plainSave(theirs, s, items[s]);
         },
-        1);
+        [&] { markAllUnsaved(preferences.Get()); });
     manager.Reset();
     preferences.Reset();
     for (const std::wstring& path : {ours, theirs}) DeleteFileW(path.c_str());

@@ -1,5 +1,6 @@
 #include "preferences/windows1252.h"
 
+#include <algorithm>
 #include <cstdint>
 
 namespace vela {
@@ -12,9 +13,9 @@ constexpr std::uint16_t kUpper[32] = {
     0x2039, 0x0152, 0,      0x017D, 0,      0,      0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
     0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0,      0x017E, 0x0178};
 
-// The byte of a character, or 0.
+// The byte of a character that is not ASCII, or 0.
 unsigned char byteOf(std::uint32_t c) {
-    if (c < 0x80 || (c >= 0xA0 && c <= 0xFF)) return static_cast<unsigned char>(c);
+    if (c >= 0xA0 && c <= 0xFF) return static_cast<unsigned char>(c);
     for (unsigned i = 0; i < 32; ++i) {
         if (kUpper[i] == c) return static_cast<unsigned char>(0x80 + i);
     }
@@ -36,8 +37,17 @@ std::uint32_t nextCharacter(std::wstring_view text, std::size_t& at) {
 std::string toWindows1252(std::wstring_view text, bool& complete) {
     complete = true;
     std::string bytes;
-    bytes.reserve(text.size());
+    bytes.reserve(text.size() + text.size() / 16);
     for (std::size_t at = 0; at < text.size();) {
+        // Almost everything is plain: take runs of it whole.
+        std::size_t end = at;
+        while (end < text.size() && static_cast<std::uint32_t>(text[end]) < 0x80) ++end;
+        const std::size_t done = bytes.size();
+        bytes.resize(done + (end - at));
+        std::transform(text.begin() + at, text.begin() + end, bytes.begin() + done,
+                       [](wchar_t unit) { return static_cast<char>(unit); });
+        at = end;
+        if (at == text.size()) break;
         const std::uint32_t c = nextCharacter(text, at);
         if (const unsigned char byte = byteOf(c)) {
             bytes += static_cast<char>(byte);

@@ -1,5 +1,5 @@
-// Counts how often it was started, in the preferences of application sales and user ana. Bound early:
-// the calls go straight to the library's interfaces, as its header declares them.
+// Counts how often it was started, in the preferences of application sales and user ana. Bound
+// early: the calls go straight to the library's interfaces, as its header declares them.
 #include <windows.h>
 
 #include <VelaUtil10.h>

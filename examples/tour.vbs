@@ -29,7 +29,7 @@ If failure <> "" Then
 End If
 WScript.Echo "That was the tour: every step gave what it should."
 
-' ---- the steps ------------------------------------------------------------------------------------
+' ---- the steps -----------------------------------------------------------------------------------
 
 Sub Tour()
     Dim preferences, again
@@ -178,7 +178,7 @@ Sub UseDocuments(preferences)
     preferences.ActiveDataSources.SharedSource = files.BuildPath(folder, "sales.up2.xml")
 End Sub
 
-' ---- the objects that the tour brings -------------------------------------------------------------
+' ---- the objects that the tour brings ------------------------------------------------------------
 
 Class Form
     Public Name
@@ -225,7 +225,7 @@ Class ScriptPrinter
     End Function
 End Class
 
-' ---- documents ------------------------------------------------------------------------------------
+' ---- documents -----------------------------------------------------------------------------------
 
 ' The text of a document. Blanks between elements, which some XML parsers put in, are left out.
 Function DocumentText(name)
@@ -236,7 +236,11 @@ Function DocumentText(name)
     at = InStr(text, "?>" & vbCrLf)
     If at = 0 Then Fail name & " does not begin as an XML document"
     at = at + 3
-    DocumentText = Left(text, at) & Replace(Replace(Replace(Mid(text, at + 1), vbCr, ""), vbLf, ""), vbTab, "")
+    DocumentText = Left(text, at) & Without(vbTab, Without(vbLf, Without(vbCr, Mid(text, at + 1))))
+End Function
+
+Function Without(mark, text)
+    Without = Replace(text, mark, "")
 End Function
 
 ' The resolution of this screen as the document holds it: the one thing that is not known before.
@@ -248,8 +252,8 @@ Function ScreenIn(text)
     last = InStr(first, text, """")
     ScreenIn = Mid(text, first, last - first)
     parts = Split(ScreenIn, "x")
-    If UBound(parts) <> 1 Then Fail "the screen resolution is " & ScreenIn
-    If Not (IsNumeric(parts(0)) And IsNumeric(parts(1))) Then Fail "the screen resolution is " & ScreenIn
+    If UBound(parts) <> 1 Then Fail "the screen's resolution is " & ScreenIn
+    If Not (IsNumeric(parts(0)) And IsNumeric(parts(1))) Then Fail "it is " & ScreenIn
 End Function
 
 Sub CheckDocument(name, text, sections)
@@ -265,7 +269,7 @@ Sub CheckDocument(name, text, sections)
         Fail name & " differs at character " & at & ":" & vbCrLf & _
             "  found  " & Mid(text, at, 60) & vbCrLf & "  wanted " & Mid(wanted, at, 60)
     End If
-    Remark "(" & name & " is as it should be, to the byte)"
+    Remark "(every byte of " & name & " is as it should be, blanks between elements aside)"
 End Sub
 
 Sub ShowIndented(text)
@@ -274,11 +278,13 @@ Sub ShowIndented(text)
     For Each line In Split(Replace(Replace(text, vbCrLf, ""), "><", ">" & vbLf & "<"), vbLf)
         If Left(line, 2) = "</" Then depth = depth - 1
         WScript.Echo Space(2 + 2 * depth) & line
-        If Left(line, 2) <> "</" And Left(line, 2) <> "<?" And Right(line, 2) <> "/>" Then depth = depth + 1
+        If Mid(line, 2, 1) <> "/" And Mid(line, 2, 1) <> "?" And Right(line, 2) <> "/>" Then
+            depth = depth + 1
+        End If
     Next
 End Sub
 
-' ---- printing and checking ------------------------------------------------------------------------
+' ---- printing and checking -----------------------------------------------------------------------
 
 Dim headings
 Sub Heading(text)

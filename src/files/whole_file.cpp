@@ -118,8 +118,10 @@ FileReplacement::FileReplacement(const std::wstring& path) : path_(path) {
         error_ = GetLastError();
         const bool held = error_ == ERROR_SHARING_VIOLATION || error_ == ERROR_ACCESS_DENIED ||
                           error_ == ERROR_DELETE_PENDING;
-        const bool folder = GetFileAttributesW(name.c_str()) != INVALID_FILE_ATTRIBUTES &&
-                            (GetFileAttributesW(name.c_str()) & FILE_ATTRIBUTE_DIRECTORY);
+        // Asked once: the sibling may be gone the next moment.
+        const DWORD attributes = GetFileAttributesW(name.c_str());
+        const bool folder = attributes != INVALID_FILE_ATTRIBUTES &&
+                            (attributes & FILE_ATTRIBUTE_DIRECTORY);
         if (!held || folder || GetTickCount64() - start > kPatience) return;
         Sleep(kPause);
     }

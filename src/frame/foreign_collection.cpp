@@ -19,7 +19,10 @@ bool containsKey(IDispatch* collection, std::wstring_view key) {
         canTell ? callLateBound(collection, L"Exists", DISPATCH_METHOD, single(argument), &found)
                 : callLateBound(collection, L"Item", DISPATCH_METHOD | DISPATCH_PROPERTYGET,
                                 single(argument), &found);
-    if (FAILED(outcome)) return false;
+    if (FAILED(outcome)) {
+        SetErrorInfo(0, nullptr);
+        return false;
+    }
     return !canTell || isTrue(converted(found, VT_BOOL).boolVal);
 }
 

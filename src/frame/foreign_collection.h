@@ -6,7 +6,8 @@
 namespace vela {
 
 // Whether an item stands under `key`. Objects that can tell through a member Exists are asked for
-// it: their Item may add what it does not find. Failures count as no.
+// it: their Item may add what it does not find. Failures count as no
+// and leave no error info.
 bool containsKey(IDispatch* collection, std::wstring_view key);
 
 // Removes every item. Throws Error when the collection refuses.

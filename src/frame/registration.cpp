@@ -144,7 +144,8 @@ HRESULT unregisterLibrary(RegistrationScope scope) {
         });
         const HRESULT outcome = UnRegisterTypeLib(attributes.id, attributes.major, attributes.minor,
                                                   attributes.locale, kSystem);
-        if (outcome != TYPE_E_REGISTRYACCESS) check(outcome);
+        // Either means that there was nothing to remove, depending on the platform.
+        if (outcome != TYPE_E_REGISTRYACCESS && outcome != E_INVALIDARG) check(outcome);
     });
 }
 

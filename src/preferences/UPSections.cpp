@@ -10,17 +10,32 @@ namespace {
 
 std::wstring idOf(_IUPSection* section) { return textProperty(section, &_IUPSection::get_Id); }
 
-// Lets the section's items mark it as not saved. Our own sections have seen to it themselves.
-void adoptItems(const ComPtr<_IUPSection>& section) {
-    if (own<Section>(section.Get()) || own<RPSection>(section.Get())) return;
+// The items of a section of the caller's own, if they are ours. Our sections own their items already.
+ComPtr<UPItems> foreignItems(_IUPSection* section) {
+    if (own<Section>(section) || own<RPSection>(section)) return nullptr;
     ComPtr<_UPItems> items;
     checkRecorded(section->get_Items(&items));
-    if (const auto ours = own<UPItems>(items.Get())) {
-        ours->setParentSection([section] { section->put_Saved(VARIANT_FALSE); });
+    return own<UPItems>(items.Get());
+}
+
+// Lets the section's items mark it as not saved. Until disown() they hold it.
+void adopt(const ComPtr<_IUPSection>& section) {
+    if (const auto items = foreignItems(section.Get())) {
+        items->setParentSection([section] { section->put_Saved(VARIANT_FALSE); });
     }
+}
+void disown(const ComPtr<_IUPSection>& section) {
+    if (const auto items = foreignItems(section.Get())) items->setParentSection(nullptr);
 }
 
 }  // namespace
+
+UPSections::~UPSections() {
+    Entries::Cursor cursor(entries_);
+    while (const auto* section = cursor.next()) {
+        quietly([&] { disown(*section); });
+    }
+}
 
 ComPtr<_IUPSection> UPSections::find(const VARIANT& index) {
     if (const auto* found = entries_.find(normalisedIdentity(textOf(index)))) return *found;
@@ -57,16 +72,18 @@ HRESULT UPSections::Add(_IUPSection** section) {
         if (!section || !*section) return;
         const ComPtr<_IUPSection> added = *section;
         const std::wstring id = idOf(added.Get());
+        if (const auto* replaced = entries_.find(id)) disown(ComPtr<_IUPSection>(*replaced));
         entries_.remove(id);
         entries_.add(added, id);
-        adoptItems(added);
+        adopt(added);
     });
     return S_OK;
 }
 
 HRESULT UPSections::Remove(VARIANT index) {
     quietly([&] {
-        if (const auto found = find(index)) entries_.remove(idOf(found.Get()));
+        const auto found = find(index);
+        if (found && entries_.remove(idOf(found.Get()))) disown(found);
     });
     return S_OK;
 }

@@ -8,6 +8,8 @@ namespace vela {
 
 class UPSections final : public Object<UPSections, _UPSections> {
   public:
+    ~UPSections() override;
+
     HRESULT STDMETHODCALLTYPE get_NewEnum(IUnknown** result) override;
     HRESULT STDMETHODCALLTYPE get_Count(SHORT* result) override;
     HRESULT STDMETHODCALLTYPE get_section(VARIANT index, _IUPSection** result) override;

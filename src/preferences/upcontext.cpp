@@ -35,6 +35,18 @@ std::wstring lowerCase(std::wstring text) {
     return text;
 }
 
+// Report parameters are registered by their own manager, so no start registers them again. For
+// other identities they are read anew, from the store that they have.
+void renewReportParameters(UPManager& manager) {
+    const ComPtr<_IUPSection> old = manager.section(kRPSection.id);
+    if (!old) return;
+    ComPtr<_IUPDataSource> store;
+    checkRecorded(old->get_DataSourceManager(&store));
+    const ComPtr<_IUPSection> renewed = makeSection(kRPSection);
+    checkRecorded(renewed->putref_DataSourceManager(store.Get()));
+    manager.add(renewed);
+}
+
 }  // namespace
 
 std::shared_ptr<UPContext> UPContext::shared() {
@@ -73,6 +85,7 @@ short UPContext::start(std::wstring_view applicationId, std::wstring_view userId
     registerSection(*manager_.Get(), kUISection, local, same);
     registerSection(*manager_.Get(), kDPSection, travelling, same);
     registerSection(*manager_.Get(), kKVSection, travelling, same);
+    if (!same) renewReportParameters(*manager_.Get());
     manager_->load();
     return -1;
 }

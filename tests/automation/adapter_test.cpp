@@ -36,8 +36,8 @@ class ScriptPrinter final : public IDispatch {
     HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
     HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* names, UINT, LCID,
                                             DISPID* ids) override {
-        static const wchar_t* const known[] = {L"Copies", L"Port", L"GetDeviceSettings", L"SetPrinter",
-                                               L"Orientation"};
+        static const wchar_t* const known[] = {L"Copies", L"Port", L"GetDeviceSettings",
+                                               L"SetPrinter", L"Orientation"};
         for (DISPID id = 0; id < 5; ++id) {
             if (_wcsicmp(names[0], known[id]) == 0) {
                 *ids = id + 100;
@@ -81,9 +81,7 @@ class ScriptPrinter final : public IDispatch {
 
 class AutomationAdapter : public test::NoObjectsLeft {
   protected:
-    void SetUp() override {
-        ASSERT_EQ(queryOrAdapt<_ISetPrinter>(script_.Get(), &printer_), S_OK);
-    }
+    void SetUp() override { ASSERT_EQ(queryOrAdapt<_ISetPrinter>(script_.Get(), &printer_), S_OK); }
     void TearDown() override {
         printer_.Reset();
         script_.Reset();

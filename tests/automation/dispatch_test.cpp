@@ -1,5 +1,6 @@
 // Late-bound calls: finding members, binding and converting arguments, handing results and errors
-// back. The classes called are made here, over interfaces of the library, and show what reached them.
+// back. The classes called are made here, over interfaces of the library, and show what reached
+// them.
 #include "automation/dispatch.h"
 
 #include <algorithm>
@@ -93,8 +94,8 @@ class FakeText final : public Object<FakeText, Unbuilt<_TextUtil>> {
         return answer(result, [&] { return ++*changed; });
     }
     // Shows its arguments, then overwrites those that are by reference.
-    HRESULT STDMETHODCALLTYPE StrAlinhar(BSTR value, SHORT size, AlignmentConstant* side, BSTR* fill,
-                                         BSTR* result) override {
+    HRESULT STDMETHODCALLTYPE StrAlinhar(BSTR value, SHORT size, AlignmentConstant* side,
+                                         BSTR* fill, BSTR* result) override {
         return answer(result, [&] {
             if (!side || !fill) raise(RuntimeError::InvalidProcedureCall);
             const std::wstring shown = std::wstring(text(value)) + L"|" + std::to_wstring(size) +
@@ -321,7 +322,8 @@ TEST_F(AutomationDispatch, GivesOmittedOptionalsTheirDefaults) {
 
     const auto pulsar = make<FakePulsar>();
     const auto interval = [&](const std::vector<Variant>& arguments) {
-        const Called made = callWith(static_cast<_Pulsar*>(pulsar.Get()), L"CreatePulsar", arguments);
+        const Called made =
+            callWith(static_cast<_Pulsar*>(pulsar.Get()), L"CreatePulsar", arguments);
         return textOf(call(made.result.pdispVal, L"PulseInterval").result);
     };
     EXPECT_EQ(interval({}), L"60000");
@@ -353,7 +355,10 @@ TEST_F(AutomationDispatch, BindsArgumentsByName) {
         const wchar_t* result;
     } cases[] = {
         {{L"StrAlinhar", L"CARACTERPREENCHIMENTO", L"tamanho", L"str"},
-         {arg(7L), arg(8L), arg(9L)}, {}, S_OK, L"'9|8|0|7'"},
+         {arg(7L), arg(8L), arg(9L)},
+         {},
+         S_OK,
+         L"'9|8|0|7'"},
         {{L"StrAlinhar", L"alinhar"}, {arg(2L)}, {arg(1L), arg(3L)}, S_OK, L"'1|3|2|'"},
         {{L"StrAlinhar", L"alinhar"}, {arg(2L)}, {arg(1L)}, DISP_E_PARAMNOTOPTIONAL, L"Empty"},
         {{L"StrAlinhar", L"str"}, {arg(2L)}, {arg(1L), arg(3L)}, DISP_E_PARAMNOTFOUND, L"Empty"},
@@ -491,10 +496,12 @@ TEST_F(AutomationDispatch, RefusesArraysThatDoNotFit) {
     Variant words = arrayOf({Variant(1L), Variant(L"one")});
     Variant large = arrayOf({Variant(40000L)});
     Variant number(1L);
-    EXPECT_EQ(call(texts(), L"OrdenarArrayStr", {byReference(square)}).outcome, DISP_E_TYPEMISMATCH);
+    EXPECT_EQ(call(texts(), L"OrdenarArrayStr", {byReference(square)}).outcome,
+              DISP_E_TYPEMISMATCH);
     EXPECT_EQ(call(maths(), L"OrdenarArrayINT", {byReference(words)}).outcome, DISP_E_TYPEMISMATCH);
     EXPECT_EQ(call(maths(), L"OrdenarArrayINT", {byReference(large)}).outcome, DISP_E_OVERFLOW);
-    EXPECT_EQ(call(maths(), L"OrdenarArrayINT", {byReference(number)}).outcome, DISP_E_TYPEMISMATCH);
+    EXPECT_EQ(call(maths(), L"OrdenarArrayINT", {byReference(number)}).outcome,
+              DISP_E_TYPEMISMATCH);
     EXPECT_EQ(showArray(words.parray), L"0: int32 1 'one'");
 }
 
@@ -510,9 +517,12 @@ TEST_F(AutomationDispatch, TellsAssignmentOfValuesFromThatOfObjects) {
         VARIANT value;
         const wchar_t* seen;
     } cases[] = {
-        {kLet, value, L"let int32 3"},       {kSet, held, L"set object"},
-        {kLet, held, L"let object"},         {kLet | kSet, held, L"set object"},
-        {kLet | kSet, value, L"let int32 3"}, {kSet, arg(static_cast<IDispatch*>(nullptr)), L"set Nothing"},
+        {kLet, value, L"let int32 3"},
+        {kSet, held, L"set object"},
+        {kLet, held, L"let object"},
+        {kLet | kSet, held, L"set object"},
+        {kLet | kSet, value, L"let int32 3"},
+        {kSet, arg(static_cast<IDispatch*>(nullptr)), L"set Nothing"},
     };
     for (const auto& [flags, given, seen] : cases) {
         EXPECT_EQ(call(object, L"datasource", {given}, flags).outcome, S_OK);
@@ -577,15 +587,16 @@ TEST_F(AutomationDispatch, PassesErrorsOnWithNumberSourceAndDescription) {
     // The caller need not ask for the details.
     Variant way(L"own");
     DISPPARAMS parameters{&way, nullptr, 1, 0};
-    EXPECT_EQ(texts()->Invoke(23, IID_NULL, 0, DISPATCH_METHOD, &parameters, nullptr, nullptr,
-                              nullptr),
-              DISP_E_EXCEPTION);
+    EXPECT_EQ(
+        texts()->Invoke(23, IID_NULL, 0, DISPATCH_METHOD, &parameters, nullptr, nullptr, nullptr),
+        DISP_E_EXCEPTION);
 }
 
 TEST_F(AutomationDispatch, ReadsTheDefaultMemberOfWhatAPropertyHolds) {
     const auto manager = make<FakeManager>();
     IDispatch* object = static_cast<_RPManager*>(manager.Get());
-    callWith(static_cast<_Collection*>(manager->items.Get()), L"Add", {Variant(L"value"), Variant(L"k")});
+    callWith(static_cast<_Collection*>(manager->items.Get()), L"Add",
+             {Variant(L"value"), Variant(L"k")});
     EXPECT_EQ(show(callWith(object, L"Items", {Variant(1L)}).result), L"'value'");
     EXPECT_EQ(show(callWith(object, L"Items", {Variant(L"K")}).result), L"'value'");
     const Called beyond = callWith(object, L"Items", {Variant(2L)});
@@ -621,9 +632,12 @@ TEST_F(AutomationDispatch, TakesObjectsAndNothingButNoOthers) {
         HRESULT outcome;
         const wchar_t* seen;
     } cases[] = {
-        {nothing, S_OK, L"none"},        {byReference(nothing), S_OK, L"none"},
-        {Variant(), S_OK, L"none"},      {null(), DISP_E_TYPEMISMATCH, L""},
-        {arg(1L), DISP_E_TYPEMISMATCH, L""}, {arg(texts()), DISP_E_TYPEMISMATCH, L""},
+        {nothing, S_OK, L"none"},
+        {byReference(nothing), S_OK, L"none"},
+        {Variant(), S_OK, L"none"},
+        {null(), DISP_E_TYPEMISMATCH, L""},
+        {arg(1L), DISP_E_TYPEMISMATCH, L""},
+        {arg(texts()), DISP_E_TYPEMISMATCH, L""},
     };
     for (const auto& [value, outcome, seen] : cases) {
         manager->seen.clear();

@@ -10,7 +10,8 @@ namespace {
 class AutomationEnumerator : public test::NoObjectsLeft {
   protected:
     void SetUp() override {
-        for (const wchar_t* key : {L"a", L"b", L"c", L"d"}) collection_->entries().add(Variant(key), key);
+        for (const wchar_t* key : {L"a", L"b", L"c", L"d"})
+            collection_->entries().add(Variant(key), key);
     }
     void TearDown() override {
         collection_.Reset();

@@ -53,25 +53,27 @@ Sub Texts()
 End Sub
 
 Sub OptionalTexts()
-    Dim preferences, path, file, extension
+    Dim preferences, values, path, file, extension
     Set preferences = CreateObject("VelaUtil10.Preferences").MyPreferences.NewPreferences()
     preferences.ActiveDataSources.LocalSource = ""
     preferences.ActiveDataSources.SharedSource = ""
     preferences.StartUPM
+    Set values = preferences.Values
     path = "C:\Data\"
     file = "list"
-    preferences.Values.SaveDefaultPath "invoices", "export", path, , "csv"
-    preferences.Values.SaveDefaultPath "orders", "export", path, file
+    values.SaveDefaultPath "invoices", "export", path, , "csv"
+    values.SaveDefaultPath "orders", "export", path, file
     Check "given by reference and unchanged", path & file, "C:\Data\list"
     path = 0
-    Check "left out", preferences.Values.LoadDefaultPath("invoices", "export", path), True
+    Check "left out", values.LoadDefaultPath("invoices", "export", path), True
     Check "path alone", path, "C:\Data\"
     file = "old"
-    Check "in the middle left out", preferences.Values.LoadDefaultPath("invoices", "export", path, , extension), True
+    Check "in the middle left out", _
+        values.LoadDefaultPath("invoices", "export", path, , extension), True
     Check "extension", extension, "csv"
-    Check "none kept", preferences.Values.LoadDefaultPath("none", "export", path, file, extension), False
+    Check "none kept", values.LoadDefaultPath("none", "export", path, file, extension), False
     Check "nothing touched", path & file & extension, "C:\Data\oldcsv"
-    Check "others", preferences.Values.LoadDefaultPath("orders", "export", path, file, extension), True
+    Check "others", values.LoadDefaultPath("orders", "export", path, file, extension), True
     Check "emptied", file & extension, "list"
     preferences.StopUPM
 End Sub

@@ -26,7 +26,8 @@ Sub OfACollection()
     letters.Add "a", "a"
     On Error Resume Next
     letters.Add "again", "A"
-    ExpectError "a key twice", 457, Library, "This key is already associated with an element of this collection"
+    ExpectError "a key twice", 457, Library, _
+        "This key is already associated with an element of this collection"
     value = letters("z")
     ExpectError "an unknown key", 5, Library, "Invalid procedure call or argument"
     value = letters("1")
@@ -74,9 +75,11 @@ Sub OfWhatIsNotBuilt()
     Set text = CreateObject("VelaUtil10.TextUtil")
     On Error Resume Next
     found = text.SemEspacos("a b")
-    ExpectError "a member", NotImplemented, Library, "This member is not available in this version"
+    ExpectError "a member", NotImplemented, Library, _
+        "This member is not available in this version"
     Set found = CreateObject("VelaUtil10.MyUtil").MyMath
-    ExpectError "an accessor", NotImplemented, Library, "This member is not available in this version"
+    ExpectError "an accessor", NotImplemented, Library, _
+        "This member is not available in this version"
     Set found = CreateObject("VelaUtil10.MathUtil")
     ExpectFailure "a class that is declared only"
     Set found = CreateObject("VelaUtil10.UPManager")

@@ -20,7 +20,7 @@ End Sub
 
 Sub EndsBy(ending)
     Dim program
-    program = files.BuildPath(files.GetParentFolderName(WScript.ScriptFullName), "parts\forgotten_stop.vbs")
+    program = files.GetParentFolderName(WScript.ScriptFullName) & "\parts\forgotten_stop.vbs"
     shell.Run "cscript //nologo """ & program & """ """ & folder & """ """ & ending & """", 0, True
     CheckSaved "shared.up2.xml", ending
     CheckSaved "own.up2.xml", ending

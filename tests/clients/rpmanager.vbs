@@ -25,6 +25,7 @@ Sub Main()
     Start again
     Check "gone once cleared", Loaded(again).Items.Count, 0
     ParametersInADocumentOfTheirOwn again
+    EachUserHasTheirOwn
 End Sub
 
 Sub BeforeLoading()
@@ -76,6 +77,21 @@ Sub ParametersInADocumentOfTheirOwn(preferences)
     preferences.StopUPM
     Check "the document", files.FileExists(source), True
     Check "a negative mode", parameters.Items(1).Id, "V2@Total@-1"
+End Sub
+
+Sub EachUserHasTheirOwn()
+    Dim preferences, parameters
+    Set preferences = CreateObject("VelaUtil10.Preferences").MyPreferences.NewPreferences()
+    Start preferences
+    Set parameters = Loaded(preferences)
+    parameters.AddItem NewParameter("V1", "Owner", 1, "ana")
+    preferences.StartUPM "sales", "rui"
+    Check "of another user", parameters.Items.Count, 0
+    parameters.AddItem NewParameter("V1", "Owner", 1, "rui")
+    preferences.StopUPM
+    Start preferences
+    Check "of the first", Loaded(preferences).GetItem("V1@Owner@1", "monthly").Value, "ana"
+    preferences.StopUPM
 End Sub
 
 Function Loaded(preferences)

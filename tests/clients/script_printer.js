@@ -56,7 +56,8 @@ function keep(preferences, type, reference, name, copies) {
 
 function use(printers, type, reference, copies, orientation, overide) {
     var printer = new Printer();
-    var applied = printers.UsePrintingPreferences(type, reference, printer, copies, orientation, overide);
+    var applied = printers.UsePrintingPreferences(type, reference, printer, copies, orientation,
+                                                  overide);
     return applied + ": " + settings(printer) + ": " + printer.calls;
 }
 
@@ -68,11 +69,14 @@ function main() {
     keep(preferences, 1, "LABEL", "", 4);
     preferences.StopUPM();
 
-    printers = start(preferences.NewPreferences());
+    // Its facades alone would not keep it running.
+    var again = preferences.NewPreferences();
+    printers = start(again);
     check("copies", printers.GetCopies(1, "invoice"), 3);
     check("of another type", printers.GetCopies(2, "invoice"), 1);
     check("of none", printers.GetCopies(3, "invoice"), 0);
-    check("description", printers.GetPrinterDescription(1, "invoice"), "front desk (3 c\u00F3pias)");
+    check("description", printers.GetPrinterDescription(1, "invoice"),
+          "front desk (3 c\u00F3pias)");
     check("of one copy", printers.GetPrinterDescription(2, "invoice"), "back office");
     check("of none", printers.GetPrinterDescription(3, "invoice"), "");
 
@@ -100,6 +104,7 @@ function main() {
     printer.SetProperties = function () { throw new Error("out of paper"); };
     check("a printer that fails", printers.UsePrintingPreferences(1, "invoice", printer), false);
     check("an object that is no printer", printers.UsePrintingPreferences(1, "invoice", {}), false);
+    again.StopUPM();
 }
 
 files.CreateFolder(folder);

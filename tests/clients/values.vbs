@@ -57,9 +57,11 @@ Sub PathsAreAsSaved(preferences)
     path = "unchanged"
     Check "no path", preferences.Values.LoadDefaultPath("no such", "export", path), False
     Check "path without one kept", path, "unchanged"
-    Check "path", preferences.Values.LoadDefaultPath("INVOICES", "Export", path, file, extension), True
+    Check "path", _
+        preferences.Values.LoadDefaultPath("INVOICES", "Export", path, file, extension), True
     Check "its parts", path & "|" & file & "|" & extension, "C:\Data\|list|csv"
-    Check "folder only", preferences.Values.LoadDefaultPath("folder only", "export", path, file, extension), True
+    Check "folder only", _
+        preferences.Values.LoadDefaultPath("folder only", "export", path, file, extension), True
     Check "its parts", path & "|" & file & "|" & extension, "D:\||"
 End Sub
 
@@ -68,7 +70,8 @@ Sub OthersAreKept(preferences)
     Check "another user's value", preferences.Values.GetValue("plain", "general", "none"), "none"
     preferences.Values.SaveValue "plain", "general", "of rui"
     preferences.StartUPM "stock", "ana"
-    Check "another application's value", preferences.Values.GetValue("plain", "general", "none"), "none"
+    Check "another application's value", _
+        preferences.Values.GetValue("plain", "general", "none"), "none"
     preferences.Values.SaveValue "plain", "general", "of stock"
     preferences.StartUPM "sales", "ana"
     Check "first again", preferences.Values.GetValue("plain", "general"), "seven"
@@ -102,7 +105,8 @@ Sub UnreadableDocumentIsKeptBeside(preferences)
     fresh.StopUPM
     Check "new document", InStr(TextOf("other.up2.xml"), "value=""c""") > 0, True
     Check "old document", TextOf("other.up2.xml.bad"), "<UserPreferences><App "
-    Check "local document, of nothing", files.FileExists(files.BuildPath(folder, "other.up1.xml")), False
+    Check "local document, of nothing", _
+        files.FileExists(files.BuildPath(folder, "other.up1.xml")), False
 End Sub
 
 Sub Start(preferences, application, user)

@@ -63,7 +63,8 @@ TEST_F(FilesWholeFile, RefusesWhatIsNoOrdinaryFile) {
     struct {
         const char* what;
         DWORD attributes;
-    } const table[] = {{"read-only", FILE_ATTRIBUTE_READONLY}, {"folder", FILE_ATTRIBUTE_DIRECTORY}};
+    } const table[] = {{"read-only", FILE_ATTRIBUTE_READONLY},
+                       {"folder", FILE_ATTRIBUTE_DIRECTORY}};
     for (const auto& row : table) {
         SCOPED_TRACE(row.what);
         const bool isFolder = row.attributes == FILE_ATTRIBUTE_DIRECTORY;

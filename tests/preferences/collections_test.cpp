@@ -49,8 +49,9 @@ TEST_F(PreferencesCollections, AnAddedItemReplacesAndGoesToTheEnd) {
     EXPECT_EQ(addItem(section.Get(), L"A", L"G", {{L"Value", L"3"}}), S_OK);
     EXPECT_EQ(contents(section.Get()), (Lines{L"B@G=2", L"A@G=3"}));
     // Without arguments the item's own identity stands.
-    EXPECT_EQ(addItem(section.Get(), L"", L"", {{L"Key", L"b"}, {L"Group", L"g"}, {L"Value", L"4"}}),
-              S_OK);
+    EXPECT_EQ(
+        addItem(section.Get(), L"", L"", {{L"Key", L"b"}, {L"Group", L"g"}, {L"Value", L"4"}}),
+        S_OK);
     EXPECT_EQ(contents(section.Get()), (Lines{L"A@G=3", L"B@G=4"}));
 }
 
@@ -86,7 +87,7 @@ TEST_F(PreferencesCollections, RefuseWhatIsNoItem) {
                                          {L"Group", Variant(std::wstring_view(L""))},
                                          {L"SearchKey", Variant(std::wstring_view(L"x@G"))}}));
     EXPECT_EQ(items->Add(script.GetAddressOf(), nullptr, Bstr(L"G").get()), S_OK);
-    EXPECT_EQ(items->find(L"x", L"g"), script);
+    EXPECT_EQ(items->find(L"x", L"g").Get(), script.Get());
 }
 
 TEST_F(PreferencesCollections, ItemsMayOutliveTheirSection) {
@@ -118,7 +119,7 @@ TEST_F(PreferencesCollections, SectionsAreTheirConstants) {
         EXPECT_EQ(textProperty(section.Get(), &_IUPSection::get_Properties), row.properties);
         EXPECT_TRUE(saved(section.Get()));
         EXPECT_EQ(contents(section.Get()), Lines{});
-        EXPECT_EQ(itemsOf(section.Get()), itemsOf(section.Get()));
+        EXPECT_EQ(itemsOf(section.Get()).Get(), itemsOf(section.Get()).Get());
         ComPtr<IDispatch> item;
         ASSERT_EQ(section->CreateItem(&item), S_OK);
         EXPECT_EQ(shown(item.Get(), row.lastField), L"");
@@ -130,8 +131,8 @@ TEST_F(PreferencesCollections, SectionsAreFoundByIdThenByPosition) {
     const auto values = makeSection(kKVSection), paths = makeSection(kDPSection);
     add(sections.Get(), values);
     add(sections.Get(), paths);
-    EXPECT_EQ(at(sections.Get(), Variant(std::wstring_view(L" kv "))), values);
-    EXPECT_EQ(at(sections.Get(), Variant(2L)), paths);
+    EXPECT_EQ(at(sections.Get(), Variant(std::wstring_view(L" kv "))).Get(), values.Get());
+    EXPECT_EQ(at(sections.Get(), Variant(2L)).Get(), paths.Get());
     for (long position : {0L, -1L, 3L}) EXPECT_FALSE(at(sections.Get(), Variant(position)));
     EXPECT_FALSE(at(sections.Get(), Variant(std::wstring_view(L"UI"))));
     EXPECT_FALSE(at(sections.Get(), Variant()));
@@ -140,14 +141,14 @@ TEST_F(PreferencesCollections, SectionsAreFoundByIdThenByPosition) {
     const auto newer = makeSection(kKVSection);
     add(sections.Get(), newer);
     EXPECT_EQ(countOf(sections.Get()), 2);
-    EXPECT_EQ(at(sections.Get(), Variant(1L)), paths);
-    EXPECT_EQ(at(sections.Get(), Variant(2L)), newer);
+    EXPECT_EQ(at(sections.Get(), Variant(1L)).Get(), paths.Get());
+    EXPECT_EQ(at(sections.Get(), Variant(2L)).Get(), newer.Get());
     ComPtr<_IUPSection> nothing;
     EXPECT_EQ(sections->Add(nothing.GetAddressOf()), S_OK);
     EXPECT_EQ(sections->Remove(Variant(std::wstring_view(L"none"))), S_OK);
     EXPECT_EQ(sections->Remove(Variant(1L)), S_OK);
     EXPECT_EQ(countOf(sections.Get()), 1);
-    EXPECT_EQ(at(sections.Get(), Variant(1L)), newer);
+    EXPECT_EQ(at(sections.Get(), Variant(1L)).Get(), newer.Get());
 }
 
 class ForeignSection final : public SectionMembers<ForeignSection, _IUPSection> {

@@ -1,0 +1,103 @@
+// Ten thousand rounds of what clients do leave no object and no memory behind.
+#include <functional>
+
+#include "frame/Collection.h"
+#include "preferences/KVItem.h"
+#include "support/support.h"
+#include "text/TextUtil.h"
+
+namespace vela {
+namespace {
+
+using test::arg;
+using test::byReference;
+
+// How many blocks are allocated, in all heaps of this process.
+long allocatedBlocks() {
+    HANDLE heaps[64];
+    const DWORD count = GetProcessHeaps(64, heaps);
+    long blocks = 0;
+    for (DWORD i = 0; i < count; ++i) {
+        PROCESS_HEAP_ENTRY entry{};
+        HeapLock(heaps[i]);
+        while (HeapWalk(heaps[i], &entry)) {
+            if (entry.wFlags & PROCESS_HEAP_ENTRY_BUSY) ++blocks;
+        }
+        HeapUnlock(heaps[i]);
+    }
+    return blocks;
+}
+
+class AutomationLeaks : public test::NoObjectsLeft {
+  protected:
+    static void expectNoGrowth(const std::function<void()>& round) {
+        constexpr int kRounds = 10000;
+        for (int i = 0; i < 100; ++i) round();  // caches fill
+        const long before = allocatedBlocks();
+        EXPECT_GT(before, 100);
+        for (int i = 0; i < kRounds; ++i) round();
+        EXPECT_LT(allocatedBlocks() - before, kRounds / 50);
+    }
+};
+
+TEST_F(AutomationLeaks, AbsentFromCreationThroughClassFactories) {
+    expectNoGrowth([] {
+        const auto item = test::create(L"VelaUtil10.KVItem");
+        const Bstr key(L"chave de um valor guardado");
+        test::call(item.Get(), L"Key", {arg(key)}, DISPATCH_PROPERTYPUT);
+        EXPECT_EQ(test::call(item.Get(), L"SearchKey").outcome, S_OK);
+    });
+}
+
+TEST_F(AutomationLeaks, AbsentFromReferencesAndArrays) {
+    const ComPtr<_TextUtil> util = make<TextUtil>();
+    expectNoGrowth([&] {
+        Variant where(L"o rato roeu a rolha");
+        Variant values;
+        SAFEARRAY* array = SafeArrayCreateVector(VT_BSTR, 0, 3);
+        values.vt = VT_ARRAY | VT_BSTR;
+        values.parray = array;
+        const Bstr what(L"rato");
+        const Bstr by(L"gato");
+        test::call(util.Get(), L"MudaChar", {byReference(where), arg(what), arg(by)});
+        EXPECT_EQ(textOf(where), L"o gato roeu a rolha");
+        test::call(util.Get(), L"PreparaTextoComVars", {arg(what), byReference(values)});
+        test::call(util.Get(), L"UTrim", {where});
+    });
+}
+
+TEST_F(AutomationLeaks, AbsentFromFailures) {
+    const ComPtr<_Collection> collection = make<Collection>();
+    const ComPtr<_TextUtil> util = make<TextUtil>();
+    expectNoGrowth([&] {
+        const Bstr text(L"um texto qualquer");
+        Variant value(L"um valor qualquer");
+        EXPECT_EQ(test::call(collection.Get(), L"Item", {arg(text)}).outcome, DISP_E_EXCEPTION);
+        EXPECT_EQ(test::call(util.Get(), L"Extenso").outcome, DISP_E_UNKNOWNNAME);
+        EXPECT_EQ(test::call(util.Get(), L"ProcTras", {arg(text), arg(text), arg(text)}).outcome,
+                  DISP_E_TYPEMISMATCH);
+        EXPECT_EQ(test::call(util.Get(), L"OrdenarArrayStr", {byReference(value)}).outcome,
+                  DISP_E_TYPEMISMATCH);
+    });
+}
+
+TEST_F(AutomationLeaks, AbsentFromEnumerationAndAdapters) {
+    const ComPtr<_Collection> collection = make<Collection>();
+    for (int i = 0; i < 3; ++i)
+        collection->Add(arg(1L), Variant::missing(), Variant::missing(), Variant::missing());
+    expectNoGrowth([&] {
+        const test::Called enumerator = test::call(collection.Get(), L"NewEnum");
+        ComPtr<IEnumVARIANT> elements;
+        Variant element;
+        ASSERT_EQ(enumerator.result.punkVal->QueryInterface(IID_PPV_ARGS(&elements)), S_OK);
+        while (elements->Next(1, element.put(), nullptr) == S_OK) continue;
+        ComPtr<_ISetPrinter> printer;
+        EXPECT_EQ(queryOrAdapt<_ISetPrinter>(collection.Get(), printer.GetAddressOf()), S_OK);
+        SHORT copies = 0;
+        EXPECT_NE(printer->get_Copies(&copies), S_OK);
+    });
+    SetErrorInfo(0, nullptr);
+}
+
+}  // namespace
+}  // namespace vela

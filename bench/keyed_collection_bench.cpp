@@ -23,13 +23,9 @@ constexpr std::size_t kLarge = 1'000'000;
 constexpr double kGrowthLimit = 20;
 constexpr double kMapLimit = 3;
 
-std::wstring storedKey(std::size_t number) {
-    return L"Key" + std::to_wstring(number);
-}
+std::wstring storedKey(std::size_t number) { return L"Key" + std::to_wstring(number); }
 
-std::wstring askedKey(std::size_t number) {
-    return L"kEY" + std::to_wstring(number);
-}
+std::wstring askedKey(std::size_t number) { return L"kEY" + std::to_wstring(number); }
 
 Collection makeCollection(std::size_t size) {
     Collection collection;
@@ -81,8 +77,8 @@ Costs measureCollection(std::size_t size) {
     costs.build = bench::nanoseconds([&](long) { rebuild(); }, 1) / static_cast<double>(size);
     costs.append =
         bench::nanoseconds([&](long i) { collection.add(0, newKey(i)); }, calls, rebuild);
-    costs.insert = bench::nanoseconds(
-        [&](long i) { collection.insert(position(i), 0, newKey(i)); }, calls, rebuild);
+    costs.insert = bench::nanoseconds([&](long i) { collection.insert(position(i), 0, newKey(i)); },
+                                      calls, rebuild);
     costs.removeKey =
         bench::nanoseconds([&](long i) { collection.remove(key(i)); }, calls, rebuild);
     costs.removePosition =

@@ -13,18 +13,18 @@
 
 namespace bench {
 
-/// Rounds measured after the warm-up; the best one counts, being the least disturbed.
+// Rounds measured after the warm-up; the best one counts, being the least disturbed.
 constexpr int kRounds = 7;
 
-/// Keeps the compiler from dropping the computation of `value`.
+// Keeps the compiler from dropping the computation of `value`.
 template <class T>
 void keep(T value) {
     [[maybe_unused]] static volatile T sink;
     sink = value;
 }
 
-/// Nanoseconds per call of `body(i)`, i = 0 .. calls-1. `prepare()` runs untimed before each round
-/// and restores what a round changes.
+// Nanoseconds per call of `body(i)`, i = 0 .. calls-1. `prepare()` runs untimed before each round
+// and restores what a round changes.
 template <class F, class Prepare>
 double nanoseconds(F&& body, long calls, Prepare&& prepare) {
     using Clock = std::chrono::steady_clock;
@@ -45,8 +45,9 @@ double nanoseconds(F&& body, long calls) {
     return nanoseconds(body, calls, [] {});
 }
 
-/// What one call of each of two long operations takes, in nanoseconds. The rounds alternate, so that
-/// whatever else the machine does meets both alike; `prepare()` runs untimed before each of ours.
+// What one call of each of two long operations takes, in nanoseconds. The rounds alternate, so
+// that whatever else the machine does meets both alike; `prepare()` runs untimed before each of
+// ours.
 template <class Ours, class Theirs, class Prepare>
 std::pair<double, double> alternately(Ours&& ours, Theirs&& theirs, Prepare&& prepare) {
     using Clock = std::chrono::steady_clock;
@@ -66,7 +67,7 @@ std::pair<double, double> alternately(Ours&& ours, Theirs&& theirs, Prepare&& pr
     return best;
 }
 
-/// One comparison. `ours` and `theirs` are in nanoseconds; ours / theirs must not exceed `limit`.
+// One comparison. `ours` and `theirs` are in nanoseconds; ours / theirs must not exceed `limit`.
 struct Row {
     std::string what;
     double ours;
@@ -81,7 +82,7 @@ inline bool withinLimits(const std::vector<Row>& rows) {
     return std::all_of(rows.begin(), rows.end(), [](const Row& row) { return row.withinLimit(); });
 }
 
-/// Prints an aligned table to standard output.
+// Prints an aligned table to standard output.
 inline void report(std::string_view title, const std::vector<Row>& rows) {
     std::size_t width = title.size();
     for (const Row& row : rows) width = std::max(width, row.what.size());

@@ -112,13 +112,14 @@ bench::Row nameLookUp(const char* what, wchar_t* name) {
     ComPtr<ITypeInfo> info;
     require(util->GetTypeInfo(0, 0, &info), "type information");
     DISPID id = 0;
-    return {what,
-            bench::nanoseconds(
-                [&](long) { util->GetIDsOfNames(IID_NULL, &name, 1, 0, &id); }, 200'000),
-            bench::nanoseconds([&](long) { info->GetIDsOfNames(&name, 1, &id); }, 20'000), 0.1};
+    return {
+        what,
+        bench::nanoseconds([&](long) { util->GetIDsOfNames(IID_NULL, &name, 1, 0, &id); }, 200'000),
+        bench::nanoseconds([&](long) { info->GetIDsOfNames(&name, 1, &id); }, 20'000), 0.1};
 }
 
-// ---- the keyed collection ------------------------------------------------------------------------
+// ---- the keyed collection
+// ------------------------------------------------------------------------
 
 bench::Row collectionItem() {
     constexpr long kEntries = 1'000;
@@ -159,7 +160,8 @@ bench::Row collectionItem() {
     return row;
 }
 
-// ---- documents -----------------------------------------------------------------------------------
+// ---- documents
+// -----------------------------------------------------------------------------------
 
 constexpr int kItems = 2'500;
 const wchar_t* const kSections[] = {L"PP", L"UI", L"DP", L"KV"};
@@ -176,12 +178,11 @@ PlainItem plainItem(const std::wstring& section, int number) {
     const std::wstring id = L"ITEM" + std::to_wstring(number);
     PlainItem item{L"GROUP" + std::to_wstring(number % 10), {{L"id", id}}};
     if (section == L"PP") {
-        item.attributes.insert(item.attributes.end(),
-                               {{L"paperbin", L"1"},
-                                {L"papersize", L"9"},
-                                {L"orientation", L"1"},
-                                {L"copies", L"2"},
-                                {L"printername", L"PRINTER"}});
+        item.attributes.insert(item.attributes.end(), {{L"paperbin", L"1"},
+                                                       {L"papersize", L"9"},
+                                                       {L"orientation", L"1"},
+                                                       {L"copies", L"2"},
+                                                       {L"printername", L"PRINTER"}});
     } else if (section == L"UI") {
         item.attributes.insert(item.attributes.end(), {{L"screenwxh", L"1024x768"},
                                                        {L"width", L"5000"},
@@ -305,7 +306,8 @@ void plainSave(const std::wstring& path, std::size_t section, const std::vector<
         old->get_parentNode(&parent);
         parent->removeChild(old.Get(), nullptr);
     }
-    auto user = selectNode(document.Get(), L"//UserPreferences/App[@id=\"SALES\"]/App_User[@id=\"ANA\"]");
+    auto user =
+        selectNode(document.Get(), L"//UserPreferences/App[@id=\"SALES\"]/App_User[@id=\"ANA\"]");
     auto element = appendWithId(document.Get(), user.Get(), id + L"_Section", id);
     setAttribute(element.Get(), L"description", kDescriptions[section]);
     std::vector<std::pair<std::wstring, ComPtr<IXMLDOMElement>>> groups;
@@ -332,9 +334,10 @@ void plainSave(const std::wstring& path, std::size_t section, const std::vector<
 void writeEmptyDocument(const std::wstring& path) {
     auto document = newDocument();
     VARIANT_BOOL loaded = VARIANT_FALSE;
-    document->loadXML(Text(L"<UserPreferences version=\"1\"><App id=\"SALES\"><App_User id=\"ANA\"/>"
-                           L"</App></UserPreferences>"),
-                      &loaded);
+    document->loadXML(
+        Text(L"<UserPreferences version=\"1\"><App id=\"SALES\"><App_User id=\"ANA\"/>"
+             L"</App></UserPreferences>"),
+        &loaded);
     const Text name(path);
     VARIANT target{};
     target.vt = VT_BSTR;
@@ -394,16 +397,17 @@ std::vector<bench::Row> documents() {
     }
 
     ComPtr<_UPUtil> preferences;
-    const auto [ourLoad, theirLoad] = bench::alternately(
-        [&] { preferences = startPreferences(ours); },
-        [&] {
-            auto document = loadDocument(theirs);
-            for (const wchar_t* id : kSections) {
-                std::vector<PlainItem> read;
-                if (plainRead(document.Get(), id, read) != kItems) require(E_FAIL, "reading");
-            }
-        },
-        [&] { preferences.Reset(); });
+    const auto [ourLoad, theirLoad] =
+        bench::alternately([&] { preferences = startPreferences(ours); },
+                           [&] {
+                               auto document = loadDocument(theirs);
+                               for (const wchar_t* id : kSections) {
+                                   std::vector<PlainItem> read;
+                                   if (plainRead(document.Get(), id, read) != kItems)
+                                       require(E_FAIL, "reading");
+                               }
+                           },
+                           [&] { preferences.Reset(); });
 
     for (const wchar_t* id : kSections) {
         SHORT count = 0;

@@ -36,8 +36,7 @@ bool sameObject(IUnknown* left, IUnknown* right) {
 
 HRESULT findMember(IDispatch* object, const wchar_t* name, DISPID* id) {
     auto* writable = const_cast<wchar_t*>(name);
-    const HRESULT outcome =
-        object->GetIDsOfNames(IID_NULL, &writable, 1, LOCALE_USER_DEFAULT, id);
+    const HRESULT outcome = object->GetIDsOfNames(IID_NULL, &writable, 1, LOCALE_USER_DEFAULT, id);
     if (SUCCEEDED(outcome)) return outcome;
     // Some script engines answer for their objects' members through the extended interface only.
     ComPtr<IDispatchEx> extended;

@@ -37,7 +37,8 @@ inline std::span<VARIANT> single(VARIANT& argument) { return {&argument, 1}; }
 Variant getProperty(IDispatch* object, const wchar_t* name);
 void putProperty(IDispatch* object, const wchar_t* name, Variant value);
 
-// ---- how one parameter travels outwards ----------------------------------------------------------
+// ---- how one parameter travels outwards
+// ----------------------------------------------------------
 
 template <class Slot>
 class Outgoing;
@@ -132,7 +133,8 @@ class Outgoing<Pointer<Interface>> {
 template <class Interface>
 class Outgoing<PointerRef<Interface>> : public Outgoing<Pointer<Interface>> {
   public:
-    explicit Outgoing(Interface** target) : Outgoing<Pointer<Interface>>(target ? *target : nullptr) {}
+    explicit Outgoing(Interface** target)
+        : Outgoing<Pointer<Interface>>(target ? *target : nullptr) {}
 };
 
 // What the object returned, as the C++ type that the caller asked for.
@@ -169,7 +171,8 @@ class Returned<ResultPointer<Interface>> {
     }
 };
 
-// ---- the adapter itself --------------------------------------------------------------------------
+// ---- the adapter itself
+// --------------------------------------------------------------------------
 
 template <class Interface>
 class AdapterBase : public Interface, public ScriptAdapter {

@@ -148,16 +148,13 @@ inline void store(VARIANT_BOOL* result, bool value) {
     *result = value ? VARIANT_TRUE : VARIANT_FALSE;
 }
 template <class Target, class Value>
-    requires(std::is_arithmetic_v<Target> || std::is_enum_v<Target>) &&
-            std::is_same_v<std::remove_cvref_t<Value>, Target>
-void store(Target* result, Value value) {
+requires(std::is_arithmetic_v<Target> || std::is_enum_v<Target>) &&
+    std::is_same_v<std::remove_cvref_t<Value>, Target> void store(Target* result, Value value) {
     *result = value;
 }
 template <class Interface, class Class>
-    requires std::is_convertible_v<Class*, Interface*>
-void store(Interface** result, ComPtr<Class> value) {
-    *result = value.Detach();
-}
+requires std::is_convertible_v<Class*, Interface*>
+void store(Interface** result, ComPtr<Class> value) { *result = value.Detach(); }
 
 // As a 16-bit count. Throws Error 6 above 32,767: a count is never wrong.
 short count16(std::size_t count);

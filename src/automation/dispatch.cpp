@@ -225,7 +225,8 @@ void initialise(VARIANT* target, VARTYPE type, long initial) {
 void storeThroughReference(VARIANT* target, VARIANT* value) {
     const VARTYPE type = target->vt & ~VT_BYREF;
     Variant converted;
-    if (FAILED(VariantChangeTypeEx(&converted, value, LOCALE_USER_DEFAULT, VARIANT_ALPHABOOL, type))) {
+    if (FAILED(
+            VariantChangeTypeEx(&converted, value, LOCALE_USER_DEFAULT, VARIANT_ALPHABOOL, type))) {
         return;
     }
     switch (type) {
@@ -313,8 +314,8 @@ void storeObject(VARIANT* target, IUnknown* object) {
 
 IDispatch* unwrapped(IDispatch* object) {
     ComPtr<ScriptAdapter> adapter;
-    if (!object || FAILED(object->QueryInterface(kScriptAdapterId,
-                                                 reinterpret_cast<void**>(adapter.GetAddressOf())))) {
+    if (!object || FAILED(object->QueryInterface(
+                       kScriptAdapterId, reinterpret_cast<void**>(adapter.GetAddressOf())))) {
         return object;
     }
     IDispatch* original = adapter->original();

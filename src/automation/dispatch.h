@@ -1,8 +1,9 @@
 // Late binding: from a member's name to its number, and from a variant argument list to a typed
 // call of the virtual function.
 //
-// Every interface has one table of its members, generated from the type library's source. A member's
-// thunk is instantiated from the member function itself and from one slot type per parameter:
+// Every interface has one table of its members, generated from the type library's source. A
+// member's thunk is instantiated from the member function itself and from one slot type per
+// parameter:
 //
 //     Value<VT_I2>       by value              ValueRef<VT_I2>      by reference
 //     Pointer<I>         an object             PointerRef<I>        an object, by reference
@@ -11,7 +12,8 @@
 //
 // A slot loads its C++ value from the caller's variant, hands it to the call, and stores it back
 // where the caller passed a reference. Script engines pass references to variants; a typed
-// by-reference parameter works on those too, and the variant is rewritten only if its value changed.
+// by-reference parameter works on those too, and the variant is rewritten only if its value
+// changed.
 #pragma once
 
 #include <windows.h>
@@ -101,7 +103,7 @@ class MemberTable {
     }
 
     std::span<const Member> members_;
-    std::vector<Family> families_;  // by number, DISPID_NEWENUM first
+    std::vector<Family> families_;     // by number, DISPID_NEWENUM first
     std::vector<Thunk> plainGetters_;  // by number
     struct NameSlot {
         unsigned hash;
@@ -135,12 +137,12 @@ HRESULT invokeMember(std::span<const Facet> facets, DISPID id, LCID locale, WORD
 // The C++ type and the variant field of an automation type.
 template <VARTYPE type>
 struct Field;
-#define VELA_FIELD(type, cpp, member)                              \
-    template <>                                                    \
-    struct Field<type> {                                           \
-        using Type = cpp;                                          \
-        static Type& in(VARIANT& v) { return v.member; }           \
-        static Type*& refIn(VARIANT& v) { return v.p##member; }    \
+#define VELA_FIELD(type, cpp, member)                           \
+    template <>                                                 \
+    struct Field<type> {                                        \
+        using Type = cpp;                                       \
+        static Type& in(VARIANT& v) { return v.member; }        \
+        static Type*& refIn(VARIANT& v) { return v.p##member; } \
     };
 VELA_FIELD(VT_I2, SHORT, iVal)
 VELA_FIELD(VT_I4, LONG, lVal)
@@ -386,12 +388,12 @@ struct SlotList {};
 namespace detail {
 
 template <class Interface, class... Slots, std::size_t... index, class Call>
-HRESULT callWith([[maybe_unused]] Arguments& arguments, std::index_sequence<index...>, Call&& call) {
+HRESULT callWith([[maybe_unused]] Arguments& arguments, std::index_sequence<index...>,
+                 Call&& call) {
     std::tuple<Slots...> slots;
     HRESULT outcome = S_OK;
-    const bool loaded =
-        (... && ((arguments.failed = index,
-                  outcome = std::get<index>(slots).load(arguments, index)) >= 0));
+    const bool loaded = (... && ((arguments.failed = index,
+                                  outcome = std::get<index>(slots).load(arguments, index)) >= 0));
     if (!loaded) return outcome;
     if constexpr (sizeof...(Slots) > 0) arguments.failed = Arguments::kMost;
     outcome = call(std::get<index>(slots).pass()...);
@@ -405,9 +407,8 @@ HRESULT callWith([[maybe_unused]] Arguments& arguments, std::index_sequence<inde
 template <class Interface, auto method, class... Slots>
 HRESULT callMethod(IDispatch* self, Arguments& arguments, VARIANT*) {
     return detail::callWith<Interface, Slots...>(
-        arguments, std::index_sequence_for<Slots...>{}, [self](auto... values) {
-            return (static_cast<Interface*>(self)->*method)(values...);
-        });
+        arguments, std::index_sequence_for<Slots...>{},
+        [self](auto... values) { return (static_cast<Interface*>(self)->*method)(values...); });
 }
 
 // The thunk of a member with a result.

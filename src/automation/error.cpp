@@ -28,8 +28,9 @@ const wchar_t* describe(RuntimeError error) {
 
 std::wstring systemText(HRESULT code) {
     wchar_t buffer[512];
-    DWORD length = FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,
-                                  static_cast<DWORD>(code), 0, buffer, ARRAYSIZE(buffer), nullptr);
+    DWORD length =
+        FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,
+                       static_cast<DWORD>(code), 0, buffer, ARRAYSIZE(buffer), nullptr);
     while (length > 0 && buffer[length - 1] <= L' ') --length;
     return std::wstring(buffer, length);
 }
@@ -46,9 +47,7 @@ HRESULT record(HRESULT number, const wchar_t* source, const wchar_t* description
 
 }  // namespace
 
-void raise(RuntimeError error) {
-    throw Error{runtimeNumber(error), kLibraryName, describe(error)};
-}
+void raise(RuntimeError error) { throw Error{runtimeNumber(error), kLibraryName, describe(error)}; }
 
 void raiseNotImplemented() {
     throw Error{E_NOTIMPL, kLibraryName, L"This member is not available in this version"};

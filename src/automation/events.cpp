@@ -27,7 +27,8 @@ class PointEnumerator : public IEnumConnectionPoints {
         if (left == 0) delete this;
         return left;
     }
-    HRESULT STDMETHODCALLTYPE Next(ULONG count, IConnectionPoint** points, ULONG* fetched) override {
+    HRESULT STDMETHODCALLTYPE Next(ULONG count, IConnectionPoint** points,
+                                   ULONG* fetched) override {
         if (!points) return E_POINTER;
         const bool one = count > 0 && !std::exchange(done_, done_ || count > 0);
         if (fetched) *fetched = one ? 1 : 0;

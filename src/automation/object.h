@@ -41,7 +41,7 @@ struct InterfaceIn {
     using Type = Base;
 };
 template <class Base>
-    requires requires { typename Base::Interface; }
+requires requires { typename Base::Interface; }
 struct InterfaceIn<Base> {
     using Type = typename Base::Interface;
 };
@@ -58,11 +58,12 @@ GUID ownClassId() {
 }
 
 template <class Derived, class DefaultBase, class... Others>
-class Object : public DefaultBase,
-               public Others...,
-               public ISupportErrorInfo,
-               public IProvideClassInfo2,
-               public EventSource<typename ClassOf<typename InterfaceIn<DefaultBase>::Type>::Events> {
+class Object
+    : public DefaultBase,
+      public Others...,
+      public ISupportErrorInfo,
+      public IProvideClassInfo2,
+      public EventSource<typename ClassOf<typename InterfaceIn<DefaultBase>::Type>::Events> {
   public:
     using Default = typename InterfaceIn<DefaultBase>::Type;
     using Events = typename ClassOf<Default>::Events;
@@ -117,7 +118,8 @@ class Object : public DefaultBase,
     }
 
     HRESULT STDMETHODCALLTYPE InterfaceSupportsErrorInfo(REFIID id) final {
-        const bool ours = id == __uuidof(Default) || (... || (id == __uuidof(typename InterfaceIn<Others>::Type)));
+        const bool ours = id == __uuidof(Default) ||
+                          (... || (id == __uuidof(typename InterfaceIn<Others>::Type)));
         return ours ? S_OK : S_FALSE;
     }
     HRESULT STDMETHODCALLTYPE GetClassInfo(ITypeInfo** info) final {
@@ -143,8 +145,9 @@ class Object : public DefaultBase,
     static constexpr LONG kDying = 0x40000000;
 
     std::array<Facet, 1 + sizeof...(Others)> facets() {
-        return {Facet{static_cast<Default*>(this), &members_},
-                Facet{static_cast<Others*>(this), &membersOf<typename InterfaceIn<Others>::Type>()}...};
+        return {
+            Facet{static_cast<Default*>(this), &members_},
+            Facet{static_cast<Others*>(this), &membersOf<typename InterfaceIn<Others>::Type>()}...};
     }
     void* find(REFIID id) {
         if (id == __uuidof(Default) || id == IID_IDispatch || id == IID_IUnknown) {

@@ -6,7 +6,8 @@
 
 namespace vela {
 
-// Everything up to and including the last backslash, slash or drive colon; empty when there is none.
+// Everything up to and including the last backslash, slash or drive colon; empty when there is
+// none.
 std::wstring folderOf(std::wstring_view path);
 
 }  // namespace vela

@@ -43,7 +43,8 @@ DWORD writeAll(HANDLE file, const void* content, std::size_t size) {
 
 std::wstring fullPath(const std::wstring& path) {
     std::wstring full(GetFullPathNameW(path.c_str(), 0, nullptr, nullptr), L'\0');
-    full.resize(GetFullPathNameW(path.c_str(), static_cast<DWORD>(full.size()), full.data(), nullptr));
+    full.resize(
+        GetFullPathNameW(path.c_str(), static_cast<DWORD>(full.size()), full.data(), nullptr));
     return full;
 }
 
@@ -120,8 +121,8 @@ FileReplacement::FileReplacement(const std::wstring& path) : path_(path) {
                           error_ == ERROR_DELETE_PENDING;
         // Asked once: the sibling may be gone the next moment.
         const DWORD attributes = GetFileAttributesW(name.c_str());
-        const bool folder = attributes != INVALID_FILE_ATTRIBUTES &&
-                            (attributes & FILE_ATTRIBUTE_DIRECTORY);
+        const bool folder =
+            attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY);
         if (!held || folder || GetTickCount64() - start > kPatience) return;
         Sleep(kPause);
     }

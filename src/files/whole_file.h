@@ -15,10 +15,10 @@ using Bytes = std::vector<std::byte>;
 // and more are refused with ERROR_FILE_TOO_LARGE.
 DWORD readWholeFile(const std::wstring& path, Bytes& content);
 
-// Replaces one file. From its construction to its commit or end, others who replace the same file in
-// this way wait: what is read meanwhile is still true when it is replaced. The new content goes into a
-// sibling file (".tmp" appended to the name), is flushed to the disk, and takes the place of the old
-// one in a single step; a process killed at any point leaves the old content or the new.
+// Replaces one file. From its construction to its commit or end, others who replace the same file
+// in this way wait: what is read meanwhile is still true when it is replaced. The new content goes
+// into a sibling file (".tmp" appended to the name), is flushed to the disk, and takes the place of
+// the old one in a single step; a process killed at any point leaves the old content or the new.
 class FileReplacement {
   public:
     // Waits for others up to five seconds.

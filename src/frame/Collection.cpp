@@ -65,7 +65,8 @@ HRESULT Collection::Remove(VARIANT index) {
 
 HRESULT Collection::get_NewEnum(IUnknown** result) {
     return answer(result, [&] {
-        return enumerate(static_cast<_Collection*>(this), KeyedCollection<Variant>::Cursor(entries_),
+        return enumerate(static_cast<_Collection*>(this),
+                         KeyedCollection<Variant>::Cursor(entries_),
                          [](const Variant& value) { return value; });
     });
 }

@@ -9,7 +9,8 @@ namespace vela {
 class Collection final : public Object<Collection, _Collection> {
   public:
     HRESULT STDMETHODCALLTYPE get_Item(VARIANT index, VARIANT* result) override;
-    HRESULT STDMETHODCALLTYPE Add(VARIANT item, VARIANT key, VARIANT before, VARIANT after) override;
+    HRESULT STDMETHODCALLTYPE Add(VARIANT item, VARIANT key, VARIANT before,
+                                  VARIANT after) override;
     HRESULT STDMETHODCALLTYPE get_Count(LONG* result) override;
     HRESULT STDMETHODCALLTYPE Remove(VARIANT index) override;
     HRESULT STDMETHODCALLTYPE get_NewEnum(IUnknown** result) override;

@@ -4,25 +4,17 @@
 
 namespace vela {
 
-HRESULT MyUtil::get_MyMath(_MathUtil** result) {
-    return answer(result, sharedInstance<_MathUtil>);
-}
+HRESULT MyUtil::get_MyMath(_MathUtil** result) { return answer(result, sharedInstance<_MathUtil>); }
 
-HRESULT MyUtil::get_MyText(_TextUtil** result) {
-    return answer(result, sharedInstance<_TextUtil>);
-}
+HRESULT MyUtil::get_MyText(_TextUtil** result) { return answer(result, sharedInstance<_TextUtil>); }
 
-HRESULT MyUtil::get_MyFile(_FileUtil** result) {
-    return answer(result, sharedInstance<_FileUtil>);
-}
+HRESULT MyUtil::get_MyFile(_FileUtil** result) { return answer(result, sharedInstance<_FileUtil>); }
 
 HRESULT MyUtil::get_MyDatetime(_DatetimeUtil** result) {
     return answer(result, sharedInstance<_DatetimeUtil>);
 }
 
-HRESULT MyUtil::get_MySys(_SysUtil** result) {
-    return answer(result, sharedInstance<_SysUtil>);
-}
+HRESULT MyUtil::get_MySys(_SysUtil** result) { return answer(result, sharedInstance<_SysUtil>); }
 
 HRESULT MyUtil::get_MyRegistry(_RegistryUtil** result) {
     return answer(result, sharedInstance<_RegistryUtil>);

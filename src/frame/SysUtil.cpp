@@ -49,9 +49,8 @@ HRESULT SysUtil::ClearCollection(IDispatch** collection, VARIANT_BOOL* setNothin
 }
 
 HRESULT SysUtil::ExisteNaCollection(IDispatch** collection, BSTR key, VARIANT_BOOL* result) {
-    return answerQuietly(result, [&] {
-        return collection && *collection && containsKey(*collection, text(key));
-    });
+    return answerQuietly(
+        result, [&] { return collection && *collection && containsKey(*collection, text(key)); });
 }
 
 }  // namespace vela

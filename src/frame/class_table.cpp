@@ -72,9 +72,9 @@ class ClassFactory final : public IClassFactory {
 
 CreateFunction creatorOf(const CLSID& id) {
     static const Entry table[] = {
-        entry<Collection>(), entry<DPItem>(),    entry<KVItem>(),    entry<MyUtil>(),
-        entry<PPItem>(),     entry<Preferences>(), entry<RPItem>(),  entry<RPManager>(),
-        entry<SysUtil>(),    entry<TextUtil>(),  entry<UIItem>(),
+        entry<Collection>(), entry<DPItem>(),      entry<KVItem>(), entry<MyUtil>(),
+        entry<PPItem>(),     entry<Preferences>(), entry<RPItem>(), entry<RPManager>(),
+        entry<SysUtil>(),    entry<TextUtil>(),    entry<UIItem>(),
     };
     const auto found = std::find_if(std::begin(table), std::end(table),
                                     [&](const Entry& entry) { return entry.id == id; });

@@ -196,10 +196,9 @@ FoldedKey::FoldedKey(std::wstring_view text)
 
 bool FoldedKey::matches(const EntryHead& entry) const {
     return text_.size() == entry.keyLength &&
-           std::equal(text_.begin(), text_.end(), entry.keyText(),
-                      [this](wchar_t unit, wchar_t folded) {
-                          return upperCase(table_, unit) == folded;
-                      });
+           std::equal(
+               text_.begin(), text_.end(), entry.keyText(),
+               [this](wchar_t unit, wchar_t folded) { return upperCase(table_, unit) == folded; });
 }
 
 void FoldedKey::writeTo(EntryHead& entry) const {

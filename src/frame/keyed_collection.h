@@ -34,7 +34,7 @@ struct TreeNode;
 struct TreeLeaf;
 struct TreeInner;
 
-/// What the indexes know of an entry. The folded key follows in memory.
+// What the indexes know of an entry. The folded key follows in memory.
 struct EntryHead {
     static constexpr std::size_t kNoKey = static_cast<std::size_t>(-1);
 
@@ -44,11 +44,11 @@ struct EntryHead {
     bool hasKey() const { return keyLength != kNoKey; }
     wchar_t* keyText() { return reinterpret_cast<wchar_t*>(this + 1); }
     const wchar_t* keyText() const { return reinterpret_cast<const wchar_t*>(this + 1); }
-    /// What FoldedKey::hash() is for the key. Requires one.
+    // What FoldedKey::hash() is for the key. Requires one.
     std::uint32_t keyHash() const;
 };
 
-/// A key as the caller wrote it, hashed as if folded. Views the caller's text; never allocates.
+// A key as the caller wrote it, hashed as if folded. Views the caller's text; never allocates.
 class FoldedKey {
   public:
     explicit FoldedKey(std::wstring_view text);
@@ -56,7 +56,7 @@ class FoldedKey {
     std::uint32_t hash() const { return hash_; }
     std::size_t size() const { return text_.size(); }
     bool matches(const EntryHead& entry) const;
-    /// Writes the folded key behind `entry`, where there must be room for size() units.
+    // Writes the folded key behind `entry`, where there must be room for size() units.
     void writeTo(EntryHead& entry) const;
 
   private:
@@ -65,7 +65,7 @@ class FoldedKey {
     std::uint32_t hash_;
 };
 
-/// Entries in order, found by 0-based position; a counted B+ tree. Does not own the entries.
+// Entries in order, found by 0-based position; a counted B+ tree. Does not own the entries.
 class EntryTree {
   public:
     EntryTree() = default;
@@ -74,17 +74,17 @@ class EntryTree {
     ~EntryTree();
 
     std::size_t size() const { return size_; }
-    /// Requires position < size().
+    // Requires position < size().
     EntryHead* at(std::size_t position) const;
     std::size_t positionOf(const EntryHead* entry) const;
-    /// The neighbours of an entry, null at the ends.
+    // The neighbours of an entry, null at the ends.
     EntryHead* next(const EntryHead* entry) const;
     EntryHead* previous(const EntryHead* entry) const;
 
-    /// Requires position <= size(); throws std::bad_alloc and then holds what it held.
+    // Requires position <= size(); throws std::bad_alloc and then holds what it held.
     void insert(std::size_t position, EntryHead* entry);
     void erase(const EntryHead* entry) noexcept;
-    /// Calls `visit` on each entry in order; `visit` may destroy the entry.
+    // Calls `visit` on each entry in order; `visit` may destroy the entry.
     void forEach(void (*visit)(EntryHead*)) const;
 
   private:
@@ -98,13 +98,13 @@ class EntryTree {
     std::size_t size_ = 0;
 };
 
-/// Entries by folded key; linear probing, at most three quarters full. Does not own the entries.
+// Entries by folded key; linear probing, at most three quarters full. Does not own the entries.
 class KeyIndex {
   public:
     EntryHead* find(const FoldedKey& key) const;
-    /// Makes sure that one insert() has room; throws std::bad_alloc and then holds what it held.
+    // Makes sure that one insert() has room; throws std::bad_alloc and then holds what it held.
     void reserveOne();
-    /// Requires a preceding reserveOne() and a key that find() does not find.
+    // Requires a preceding reserveOne() and a key that find() does not find.
     void insert(EntryHead* entry) noexcept;
     void erase(const EntryHead* entry) noexcept;
 
@@ -123,7 +123,7 @@ class KeyIndex {
 
 class CursorCore;
 
-/// Both indexes and the cursors that walk them. Does not own the entries.
+// Both indexes and the cursors that walk them. Does not own the entries.
 class CollectionCore {
   public:
     struct Contents {
@@ -139,17 +139,17 @@ class CollectionCore {
 
     const EntryTree& tree() const { return contents_.tree; }
     EntryHead* find(const FoldedKey& key) const { return contents_.keys.find(key); }
-    /// The entry at a 1-based position, null when out of range.
+    // The entry at a 1-based position, null when out of range.
     EntryHead* at(std::size_t position) const;
 
-    /// Lists an entry whose key is not taken before 0-based `position`; throws std::bad_alloc and
-    /// then holds what it held.
+    // Lists an entry whose key is not taken before 0-based `position`; throws std::bad_alloc and
+    // then holds what it held.
     void link(std::size_t position, EntryHead* entry);
-    /// Forgets an entry; cursors on it step back to the one before.
+    // Forgets an entry; cursors on it step back to the one before.
     void unlink(const EntryHead* entry) noexcept;
-    /// Hands everything over and is left empty, with its cursors before the first entry.
+    // Hands everything over and is left empty, with its cursors before the first entry.
     Contents take() noexcept;
-    /// Requires an empty collection.
+    // Requires an empty collection.
     void put(Contents&& contents) noexcept { contents_ = std::move(contents); }
 
   private:
@@ -159,7 +159,7 @@ class CollectionCore {
     CursorCore* cursors_ = nullptr;  // the first of the live cursors
 };
 
-/// A cursor's place, registered with the collection as long as both live.
+// A cursor's place, registered with the collection as long as both live.
 class CursorCore {
   public:
     explicit CursorCore(CollectionCore& owner) { attach(&owner); }
@@ -184,7 +184,7 @@ class CursorCore {
 
 }  // namespace detail
 
-/// See the top of the file. `Value` may be move-only; moving it must not throw.
+// See the top of the file. `Value` may be move-only; moving it must not throw.
 template <class Value>
 class KeyedCollection {
     static_assert(std::is_nothrow_move_constructible_v<Value>);
@@ -193,20 +193,20 @@ class KeyedCollection {
   public:
     using Key = std::optional<std::wstring_view>;
 
-    /// Walks a collection in order, and survives any change to it. It remembers the last entry
-    /// delivered; when that one is removed it steps back to the entry before. Entries added behind
-    /// its place are therefore met, and none is met twice. Copies are independent.
-    ///
-    /// When the collection is cleared or moved from, the cursor stays with it, before the first
-    /// entry; when it is destroyed, the cursor is at the end for good.
+    // Walks a collection in order, and survives any change to it. It remembers the last entry
+    // delivered; when that one is removed it steps back to the entry before. Entries added behind
+    // its place are therefore met, and none is met twice. Copies are independent.
+    //
+    // When the collection is cleared or moved from, the cursor stays with it, before the first
+    // entry; when it is destroyed, the cursor is at the end for good.
     class Cursor {
       public:
-        /// Starts before the first entry.
+        // Starts before the first entry.
         explicit Cursor(KeyedCollection& collection) : core_(collection.core_) {}
 
-        /// The next value, null at the end; entries appended later are delivered by later calls.
+        // The next value, null at the end; entries appended later are delivered by later calls.
         Value* next() { return valueOf(core_.next()); }
-        /// Goes back before the first entry.
+        // Goes back before the first entry.
         void reset() { core_.reset(); }
 
       private:
@@ -214,9 +214,9 @@ class KeyedCollection {
     };
 
     KeyedCollection() = default;
-    /// `other` is left empty.
+    // `other` is left empty.
     KeyedCollection(KeyedCollection&& other) noexcept : core_(other.core_.take()) {}
-    /// The values held so far are destroyed last.
+    // The values held so far are destroyed last.
     KeyedCollection& operator=(KeyedCollection&& other) noexcept {
         if (this == &other) return *this;
         const Contents doomed = core_.take();
@@ -230,14 +230,14 @@ class KeyedCollection {
 
     std::size_t size() const { return core_.tree().size(); }
 
-    /// Appends `value`, under `key` if given; the empty key is a key like any other. Returns false,
-    /// and changes nothing, when the key is taken. Throws std::bad_alloc and changes nothing.
+    // Appends `value`, under `key` if given; the empty key is a key like any other. Returns false,
+    // and changes nothing, when the key is taken. Throws std::bad_alloc and changes nothing.
     bool add(Value value, Key key = std::nullopt) {
         return insert(size() + 1, std::move(value), key);
     }
 
-    /// As add(), but before the entry at `position`; size() + 1 appends. Requires
-    /// 1 <= position <= size() + 1.
+    // As add(), but before the entry at `position`; size() + 1 appends. Requires
+    // 1 <= position <= size() + 1.
     bool insert(std::size_t position, Value value, Key key = std::nullopt) {
         std::optional<detail::FoldedKey> folded;
         if (key) {
@@ -250,26 +250,26 @@ class KeyedCollection {
         return true;
     }
 
-    /// The value with that key, null when there is none. Valid until the entry is removed.
+    // The value with that key, null when there is none. Valid until the entry is removed.
     Value* find(std::wstring_view key) { return valueOf(entryOf(key)); }
     const Value* find(std::wstring_view key) const { return valueOf(entryOf(key)); }
 
-    /// The value at the 1-based `position`, null when out of range. Valid until it is removed.
+    // The value at the 1-based `position`, null when out of range. Valid until it is removed.
     Value* at(std::size_t position) { return valueOf(core_.at(position)); }
     const Value* at(std::size_t position) const { return valueOf(core_.at(position)); }
 
-    /// The 1-based position of the entry with that key, nothing when there is none.
+    // The 1-based position of the entry with that key, nothing when there is none.
     std::optional<std::size_t> positionOf(std::wstring_view key) const {
         const detail::EntryHead* entry = entryOf(key);
         if (entry == nullptr) return std::nullopt;
         return core_.tree().positionOf(entry) + 1;
     }
 
-    /// Removes the entry with that key; false when there is none.
+    // Removes the entry with that key; false when there is none.
     bool remove(std::wstring_view key) { return removeEntry(entryOf(key)); }
-    /// Removes the entry at the 1-based `position`; false when out of range.
+    // Removes the entry at the 1-based `position`; false when out of range.
     bool removeAt(std::size_t position) { return removeEntry(core_.at(position)); }
-    /// Removes all entries, destroying the values in order. What a dying value adds remains.
+    // Removes all entries, destroying the values in order. What a dying value adds remains.
     void clear() noexcept { core_.take().tree.forEach(destroy); }
 
   private:

@@ -17,8 +17,7 @@ void checkRegistry(LSTATUS status) { check(HRESULT_FROM_WIN32(status)); }
 class ClassesRoot {
   public:
     explicit ClassesRoot(RegistrationScope scope) {
-        const HKEY root =
-            scope == RegistrationScope::User ? HKEY_CURRENT_USER : HKEY_LOCAL_MACHINE;
+        const HKEY root = scope == RegistrationScope::User ? HKEY_CURRENT_USER : HKEY_LOCAL_MACHINE;
         HKEY classes = nullptr;
         checkRegistry(RegCreateKeyExW(root, L"Software\\Classes", 0, nullptr, 0,
                                       KEY_READ | KEY_WRITE, nullptr, &classes, nullptr));
@@ -87,8 +86,8 @@ void eachCreatableClass(ITypeLib* library,
         check(library->GetTypeInfo(i, &info));
         check(info->GetTypeAttr(&attributes));
         const GUID id = attributes->guid;
-        const bool creatable = attributes->typekind == TKIND_COCLASS &&
-                               (attributes->wTypeFlags & TYPEFLAG_FCANCREATE);
+        const bool creatable =
+            attributes->typekind == TKIND_COCLASS && (attributes->wTypeFlags & TYPEFLAG_FCANCREATE);
         info->ReleaseTypeAttr(attributes);
         if (creatable) visit(id, libraryName + L"." + nameOf(library, static_cast<INT>(i)));
     }

@@ -99,7 +99,8 @@ void atApartmentEnd(void (*action)()) {
     Registry& all = registry();
     all.watch();
     auto& actions = all.endActions;
-    if (std::find(actions.begin(), actions.end(), action) == actions.end()) actions.push_back(action);
+    if (std::find(actions.begin(), actions.end(), action) == actions.end())
+        actions.push_back(action);
 }
 
 bool releaseIfUnused() {

@@ -35,9 +35,8 @@ ComPtr<Interface> sharedInstance(Make&& make) {
         ClassOf<Interface>::id(),
         [&] {
             ComPtr<Interface> object = make();
-            return std::shared_ptr<void>(object.Detach(), [](void* held) {
-                static_cast<Interface*>(held)->Release();
-            });
+            return std::shared_ptr<void>(
+                object.Detach(), [](void* held) { static_cast<Interface*>(held)->Release(); });
         },
         true);
     return static_cast<Interface*>(slot.get());

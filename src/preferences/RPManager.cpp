@@ -31,8 +31,7 @@ HRESULT RPManager::Load(_UPManager** manager, VARIANT* dataSource, VARIANT_BOOL*
         const auto ours = own<UPManager>(manager ? *manager : nullptr);
         if (!ours) return false;
         const bool given = dataSource && !isMissing(*dataSource) && dataSource->vt != VT_EMPTY;
-        const std::wstring source =
-            given ? textOf(*dataSource) : ours->dataSources()->sharedName();
+        const std::wstring source = given ? textOf(*dataSource) : ours->dataSources()->sharedName();
         registerSection(*ours.Get(), kRPSection, source, true);
         items_.emplace(*ours.Get(), kRPSection);
         manager_ = ours;
@@ -42,7 +41,8 @@ HRESULT RPManager::Load(_UPManager** manager, VARIANT* dataSource, VARIANT_BOOL*
 }
 
 HRESULT RPManager::GetItem(BSTR id, BSTR group, _RPItem** result) {
-    return answer(result, [&] { return items_ ? items().getItem(text(id), text(group)) : nullptr; });
+    return answer(result,
+                  [&] { return items_ ? items().getItem(text(id), text(group)) : nullptr; });
 }
 
 HRESULT RPManager::AddItem(_RPItem* item) {

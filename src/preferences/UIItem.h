@@ -19,7 +19,9 @@ class UIItemFields : public _UIItem {
     HRESULT STDMETHODCALLTYPE put_Left(LONG value) override { return take(left_, value); }
     HRESULT STDMETHODCALLTYPE get_Top(LONG* result) override { return give(result, top_); }
     HRESULT STDMETHODCALLTYPE put_Top(LONG value) override { return take(top_, value); }
-    HRESULT STDMETHODCALLTYPE get_WindowState(LONG* result) override { return give(result, state_); }
+    HRESULT STDMETHODCALLTYPE get_WindowState(LONG* result) override {
+        return give(result, state_);
+    }
     HRESULT STDMETHODCALLTYPE put_WindowState(LONG value) override { return take(state_, value); }
     HRESULT STDMETHODCALLTYPE get_Tag(BSTR* result) override { return give(result, tag_); }
     HRESULT STDMETHODCALLTYPE put_Tag(BSTR value) override { return take(tag_, value); }

@@ -32,7 +32,8 @@ class Scale {
                 MulDiv(twips.top + twips.height, dotsY_, kTwipsPerInch)};
     }
     WindowRect toTwips(const RECT& pixels) const {
-        return {MulDiv(pixels.left, kTwipsPerInch, dotsX_), MulDiv(pixels.top, kTwipsPerInch, dotsY_),
+        return {MulDiv(pixels.left, kTwipsPerInch, dotsX_),
+                MulDiv(pixels.top, kTwipsPerInch, dotsY_),
                 MulDiv(pixels.right - pixels.left, kTwipsPerInch, dotsX_),
                 MulDiv(pixels.bottom - pixels.top, kTwipsPerInch, dotsY_)};
     }
@@ -49,7 +50,8 @@ WindowRect placeForToday(const WindowRect& stored, const std::wstring& resolutio
     if (visible && resolution == screenResolution()) return stored;
     MONITORINFO monitor{};
     monitor.cbSize = sizeof monitor;
-    if (!GetMonitorInfoW(MonitorFromRect(&pixels, MONITOR_DEFAULTTONEAREST), &monitor)) return stored;
+    if (!GetMonitorInfoW(MonitorFromRect(&pixels, MONITOR_DEFAULTTONEAREST), &monitor))
+        return stored;
     return broughtIntoView(stored, scale.toTwips(monitor.rcWork));
 }
 

@@ -22,9 +22,8 @@ ComPtr<IDispatch> UPItems::find(std::wstring_view id, std::wstring_view group) {
 void UPItems::add(const ComPtr<IDispatch>& object) {
     const ComPtr<_IUPItem> item = itemIn(object.Get());
     const std::wstring key = textProperty(item.Get(), &_IUPItem::get_SearchKey);
-    const bool replaces =
-        find(textProperty(item.Get(), &_IUPItem::get_Id),
-             textProperty(item.Get(), &_IUPItem::get_Group)) != nullptr;
+    const bool replaces = find(textProperty(item.Get(), &_IUPItem::get_Id),
+                               textProperty(item.Get(), &_IUPItem::get_Group)) != nullptr;
     if (replaces && !entries_.remove(key)) raise(RuntimeError::InvalidProcedureCall);
     if (!entries_.add(object, key)) raise(RuntimeError::KeyAlreadyPresent);
     changed();

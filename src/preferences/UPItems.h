@@ -19,11 +19,12 @@ class UPItems final : public Object<UPItems, _UPItems> {
 
     using Entries = KeyedCollection<ComPtr<IDispatch>>;
     Entries& entries() { return entries_; }
-    // Called after every addition and removal, to mark the owning section as not saved. A collection
-    // without an owner calls nothing.
+    // Called after every addition and removal, to mark the owning section as not saved. A
+    // collection without an owner calls nothing.
     void setParentSection(std::function<void()> markUnsaved) { changed_ = std::move(markUnsaved); }
 
-    // The item under identity and group, compared trimmed and without case; null when there is none.
+    // The item under identity and group, compared trimmed and without case; null when there is
+    // none.
     ComPtr<IDispatch> find(std::wstring_view id, std::wstring_view group);
     // Adds an item under its own identity and group, in the place of one that has the same. Throws
     // Error 457 when the key is taken all the same, 13 when `object` is no item.

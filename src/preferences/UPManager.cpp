@@ -29,8 +29,7 @@ using Transfer = HRESULT (STDMETHODCALLTYPE _IUPDataSource::*)(BSTR, BSTR, _IUPS
 
 }  // namespace
 
-UPManager::UPManager()
-    : sections_(make<UPSections>()), userId_(kNobody), applicationId_(kNobody) {}
+UPManager::UPManager() : sections_(make<UPSections>()), userId_(kNobody), applicationId_(kNobody) {}
 
 void UPManager::setUserId(std::wstring_view value) { userId_ = identity(value); }
 void UPManager::setApplicationId(std::wstring_view value) { applicationId_ = identity(value); }
@@ -41,7 +40,9 @@ ComPtr<_IUPSection> UPManager::section(std::wstring_view id) {
     return found;
 }
 
-void UPManager::add(ComPtr<_IUPSection> section) { checkRecorded(sections_->Add(section.GetAddressOf())); }
+void UPManager::add(ComPtr<_IUPSection> section) {
+    checkRecorded(sections_->Add(section.GetAddressOf()));
+}
 
 void UPManager::eachSection(const std::function<void(_IUPSection*)>& visit) {
     ComPtr<IUnknown> enumerator;
@@ -65,8 +66,8 @@ bool transfer(Transfer member, const UPManager& manager, _IUPSection* section) {
     const Bstr user(manager.userId());
     ComPtr<_IUPSection> argument = section;
     VARIANT_BOOL ignored = VARIANT_FALSE;
-    checkRecorded((source.Get()->*member)(application.get(), user.get(), argument.GetAddressOf(),
-                                          &ignored));
+    checkRecorded(
+        (source.Get()->*member)(application.get(), user.get(), argument.GetAddressOf(), &ignored));
     return true;
 }
 

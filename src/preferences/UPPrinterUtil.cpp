@@ -29,8 +29,7 @@ HRESULT UPPrinterUtil::UsePrintingPreferences(SHORT type, BSTR reference, _ISetP
                                               SHORT* copies, PrinterOrientation* orientation,
                                               VARIANT_BOOL* overide, VARIANT_BOOL* result) {
     return answer(result, [&] {
-        return context_->usePrintingPreferences(type, text(reference),
-                                                printer ? *printer : nullptr,
+        return context_->usePrintingPreferences(type, text(reference), printer ? *printer : nullptr,
                                                 defaultsIn(copies, orientation, overide));
     });
 }

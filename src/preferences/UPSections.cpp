@@ -10,7 +10,8 @@ namespace {
 
 std::wstring idOf(_IUPSection* section) { return textProperty(section, &_IUPSection::get_Id); }
 
-// The items of a section of the caller's own, if they are ours. Our sections own their items already.
+// The items of a section of the caller's own, if they are ours. Our sections own their items
+// already.
 ComPtr<UPItems> foreignItems(_IUPSection* section) {
     if (own<Section>(section) || own<RPSection>(section)) return nullptr;
     ComPtr<_UPItems> items;

@@ -15,7 +15,8 @@ HRESULT UPValueUtil::LoadDefaultPath(BSTR reference, BSTR group, BSTR* path, BST
     });
 }
 
-HRESULT UPValueUtil::SaveDefaultPath(BSTR reference, BSTR group, BSTR* path, BSTR* file, BSTR* ext) {
+HRESULT UPValueUtil::SaveDefaultPath(BSTR reference, BSTR group, BSTR* path, BSTR* file,
+                                     BSTR* ext) {
     return guard([&] {
         context_->saveDefaultPath(text(reference), text(group),
                                   {textAt(path), textAt(file), textAt(ext)});

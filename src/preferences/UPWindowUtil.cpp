@@ -9,9 +9,7 @@ HRESULT UPWindowUtil::LoadWindowPos(IDispatch** form, BSTR id, BSTR group, VARIA
 }
 
 HRESULT UPWindowUtil::SaveWindowPos(IDispatch** form, BSTR id, BSTR group) {
-    return guard([&] {
-        context_->saveWindowPos(form ? *form : nullptr, text(id), text(group));
-    });
+    return guard([&] { context_->saveWindowPos(form ? *form : nullptr, text(id), text(group)); });
 }
 
 }  // namespace vela

@@ -1,8 +1,10 @@
 #include "preferences/XMLup.h"
 
+#include <algorithm>
 #include <cwchar>
 #include <cwctype>
 #include <map>
+#include <optional>
 #include <vector>
 
 #include "automation/enumerator.h"
@@ -33,7 +35,8 @@ DocumentCache& cache() {
 }
 
 bool isDocumentName(const std::wstring& fileName) {
-    return fileName.size() >= 4 && upperCase(std::wstring_view(fileName).substr(fileName.size() - 4)) == L".XML";
+    return fileName.size() >= 4 &&
+           upperCase(std::wstring_view(fileName).substr(fileName.size() - 4)) == L".XML";
 }
 
 std::wstring idOf(_IUPSection* section) { return textProperty(section, &_IUPSection::get_Id); }
@@ -66,30 +69,53 @@ const std::wstring& quotable(const std::wstring& text) {
     return text;
 }
 
-// Assigns an attribute to the item's property of the same name; anything that does not fit is
-// ignored.
-void assign(IDispatch* item, const Bstr& name, const Bstr& value) {
-    DISPID id = DISPID_UNKNOWN;
-    if (FAILED(findMember(item, name.get(), &id))) return;
-    VARIANT argument{};
-    argument.vt = VT_BSTR;
-    argument.bstrVal = value.get();
-    quietly([&] { check(callLateBound(item, id, DISPATCH_PROPERTYPUT, single(argument), nullptr)); });
+// The names of the item class's own properties, upper-cased; none where it does not tell.
+std::vector<std::wstring> propertyNames(IDispatch* item) {
+    std::vector<std::wstring> names = settableProperties(item);
+    for (std::wstring& name : names) name = upperCase(name);
+    return names;
 }
 
-ComPtr<IDispatch> readItem(_IUPSection* section, const Bstr& group, const XmlNode& element) {
-    ComPtr<IDispatch> object;
-    checkRecorded(section->CreateItem(&object));
-    const ComPtr<_IUPItem> item = itemIn(object.Get());
-    checkRecorded(item->put_Group(group.get()));
-    bool first = true;
-    eachAttribute(element, [&](const Bstr& name, const Bstr& value) {
-        if (first) checkRecorded(item->put_Id(value.get()));
-        else assign(object.Get(), name, value);
-        first = false;
-    });
-    return object;
-}
+// Reads the items of one section.
+class ItemReader {
+  public:
+    explicit ItemReader(_IUPSection* section) : section_(section) {}
+
+    ComPtr<IDispatch> read(const Bstr& group, const XmlNode& element) {
+        ComPtr<IDispatch> object;
+        checkRecorded(section_->CreateItem(&object));
+        const ComPtr<_IUPItem> item = itemIn(object.Get());
+        checkRecorded(item->put_Group(group.get()));
+        if (!known_) known_ = propertyNames(object.Get());
+        bool first = true;
+        eachAttribute(element, [&](const Bstr& name, const Bstr& value) {
+            if (first) checkRecorded(item->put_Id(value.get()));
+            else assign(object.Get(), name, value);
+            first = false;
+        });
+        return object;
+    }
+
+  private:
+    // Assigns an attribute to the item's property of the same name; anything that does not fit is
+    // ignored.
+    void assign(IDispatch* item, const Bstr& name, const Bstr& value) const {
+        DISPID id = DISPID_UNKNOWN;
+        const bool isProperty =
+            known_->empty() ||
+            std::find(known_->begin(), known_->end(), upperCase(name.view())) != known_->end();
+        if (!isProperty || FAILED(findMember(item, name.get(), &id))) return;
+        VARIANT argument{};
+        argument.vt = VT_BSTR;
+        argument.bstrVal = value.get();
+        quietly([&] {
+            check(callLateBound(item, id, DISPATCH_PROPERTYPUT, single(argument), nullptr));
+        });
+    }
+
+    _IUPSection* section_;
+    std::optional<std::vector<std::wstring>> known_;
+};
 
 // A field as the document holds it; dates as day-month-year, the zero date as nothing.
 Variant fieldText(Variant value) {
@@ -130,7 +156,8 @@ short numberIn(const std::wstring& text) {
     return static_cast<short>(number);
 }
 
-// Copies a document that cannot be read to a name of its own, so that its replacement loses nothing.
+// Copies a document that cannot be read to a name of its own, so that its replacement loses
+// nothing.
 void setAside(const std::wstring& fileName) {
     for (int attempt = 0; attempt < 1000; ++attempt) {
         const std::wstring number = attempt == 0 ? L"" : L"." + std::to_wstring(attempt);
@@ -149,7 +176,9 @@ void XMLup::setIdentity(std::wstring_view applicationId, std::wstring_view userI
     userId_ = upperCase(userId);
 }
 
-std::wstring XMLup::applicationPath() const { return kApplication + quotable(applicationId_) + kEnd; }
+std::wstring XMLup::applicationPath() const {
+    return kApplication + quotable(applicationId_) + kEnd;
+}
 
 std::wstring XMLup::userPath() const {
     return kApplication + quotable(applicationId_) + kUser + quotable(userId_) + kEnd;
@@ -185,10 +214,11 @@ void XMLup::readSection(_IUPSection* section) {
     const XmlNode element = document_.select(sectionPath(idOf(section)));
     if (!element) return;
     const ComPtr<_UPItems> items = itemsOf(section);
+    ItemReader reader(section);
     eachChild(element, [&](const XmlNode& group) {
         const Bstr groupText(firstAttribute(group));
         eachChild(group, [&](const XmlNode& child) {
-            ComPtr<IDispatch> item = readItem(section, groupText, child);
+            ComPtr<IDispatch> item = reader.read(groupText, child);
             checkRecorded(items->Add(item.GetAddressOf(), nullptr, nullptr));
         });
     });

@@ -12,8 +12,8 @@
 //
 // It holds many applications, users of each, and sections of each user; a section is named by its
 // Id. An item's attributes are its Id and then the fields that the section's Properties list names,
-// in the order of the item class's members. Reading goes by position: the first attribute of a group
-// is the group, the first of an item its Id, whatever they are called.
+// in the order of the item class's members. Reading goes by position: the first attribute of a
+// group is the group, the first of an item its Id, whatever they are called.
 //
 // Nothing here raises: every failure is the result false, and leaves no error info.
 #pragma once
@@ -37,8 +37,8 @@ class XMLup {
     bool loadFromFile(const std::wstring& fileName, std::wstring_view applicationId,
                       std::wstring_view userId, _IUPSection* section);
     // Replaces the section in the file, which is made when missing. The rest of the document stays;
-    // a document that cannot be parsed is first set aside under a name ending in ".bad". A file that
-    // cannot be read or written is left as it is.
+    // a document that cannot be parsed is first set aside under a name ending in ".bad". A file
+    // that cannot be read or written is left as it is.
     bool saveIntoFile(const std::wstring& fileName, std::wstring_view applicationId,
                       std::wstring_view userId, _IUPSection* section);
     // Writes an empty document, hidden.

@@ -66,7 +66,8 @@ HGLOBAL namesOf(const std::wstring& printer) {
         names->wDriverOffset = sizeof(DEVNAMES) / sizeof(wchar_t);
         names->wDeviceOffset = static_cast<WORD>(names->wDriverOffset + 1);
         names->wOutputOffset = static_cast<WORD>(names->wDeviceOffset + printer.size() + 1);
-        std::memcpy(texts + names->wDeviceOffset, printer.c_str(), printer.size() * sizeof(wchar_t));
+        std::memcpy(texts + names->wDeviceOffset, printer.c_str(),
+                    printer.size() * sizeof(wchar_t));
     });
     return result;
 }
@@ -103,7 +104,8 @@ std::optional<PrinterChoice> askForPrinter(HWND owner, const PrinterChoice& star
         if (chosenSettings->dmFields & DM_ORIENTATION) {
             choice.orientation = chosenSettings->dmOrientation;
         }
-        if (chosenSettings->dmFields & DM_DEFAULTSOURCE) choice.bin = chosenSettings->dmDefaultSource;
+        if (chosenSettings->dmFields & DM_DEFAULTSOURCE)
+            choice.bin = chosenSettings->dmDefaultSource;
         if (chosenSettings->dmFields & DM_PAPERSIZE) choice.size = chosenSettings->dmPaperSize;
     });
     return choice;

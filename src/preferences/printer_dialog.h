@@ -9,7 +9,7 @@
 namespace vela {
 
 struct PrinterChoice {
-    std::wstring printer;   // empty: the default printer
+    std::wstring printer;  // empty: the default printer
     short copies = 1;
     short orientation = 1;  // 1 portrait, 2 landscape
     short bin = 0;          // platform paper source; 0: as the printer has it

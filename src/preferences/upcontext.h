@@ -24,14 +24,14 @@ class UPContext {
     const ComPtr<UPManager>& manager() const { return manager_; }
 
     // Sets the identities, registers the helpers' sections and loads them. Sections that are there
-    // for the same identities stay as they are; for other ones they are saved, if they were started,
-    // and read anew. Passes on what a store raises. Returns -1.
+    // for the same identities stay as they are; for other ones they are saved, if they were
+    // started, and read anew. Passes on what a store raises. Returns -1.
     short start(std::wstring_view applicationId, std::wstring_view userId);
     // Saves, and lets go of the helpers. Passes on what a store raises.
     void stop();
 
-    // The work of the facades. Nothing is raised: a failure, or a context that is not started, gives
-    // false, 0 or the empty text.
+    // The work of the facades. Nothing is raised: a failure, or a context that is not started,
+    // gives false, 0 or the empty text.
     bool loadDefaultPath(std::wstring_view reference, std::wstring_view group, BSTR* path,
                          BSTR* file, BSTR* ext);
     void saveDefaultPath(std::wstring_view reference, std::wstring_view group,

@@ -46,8 +46,8 @@ ComPtr<IXMLDOMDocument2> createParser() {
     HRESULT outcome =
         CoCreateInstance(kDomDocument60, nullptr, CLSCTX_INPROC_SERVER, IID_PPV_ARGS(&parser));
     if (FAILED(outcome)) {
-        outcome = CoCreateInstance(kDomDocument30, nullptr, CLSCTX_INPROC_SERVER,
-                                   IID_PPV_ARGS(&parser));
+        outcome =
+            CoCreateInstance(kDomDocument30, nullptr, CLSCTX_INPROC_SERVER, IID_PPV_ARGS(&parser));
     }
     check(outcome);
     return parser;
@@ -110,8 +110,8 @@ std::string XmlDocument::bytes() const {
     if (text.starts_with(L"<?xml ")) text.erase(0, text.find(L"?>") + 2);
     text.erase(0, text.find_first_not_of(L" \r\n"));
     bool complete = true;
-    std::string content = "<?xml version=\"1.0\" encoding=\"windows-1252\"?>\r\n" +
-                          toWindows1252(text, complete);
+    std::string content =
+        "<?xml version=\"1.0\" encoding=\"windows-1252\"?>\r\n" + toWindows1252(text, complete);
     // References are right in values; in names they would make the document unreadable.
     if (!complete && !make().parse(std::as_bytes(std::span(content)))) check(E_FAIL);
     return content;
@@ -140,7 +140,8 @@ XmlElement XmlDocument::addRoot(const std::wstring& name, const std::wstring& ta
     const XmlElement root = createElement(name);
     ComPtr<IXMLDOMProcessingInstruction> instruction;
     check(document_->appendChild(root.Get(), nullptr));
-    check(document_->createProcessingInstruction(Bstr(target).get(), Bstr(data).get(), &instruction));
+    check(
+        document_->createProcessingInstruction(Bstr(target).get(), Bstr(data).get(), &instruction));
     Variant before(static_cast<IDispatch*>(root.Get()));
     check(document_->insertBefore(instruction.Get(), before, nullptr));
     return root;

@@ -40,7 +40,8 @@ TextArray textsIn(SAFEARRAY* array) {
 
 HRESULT TextUtil::MudaChar(BSTR* onde, BSTR oQueMuda, BSTR paraQueMuda) {
     if (!onde) return E_POINTER;
-    return guard([&] { rewrite(onde, replaceAll(text(*onde), text(oQueMuda), text(paraQueMuda))); });
+    return guard(
+        [&] { rewrite(onde, replaceAll(text(*onde), text(oQueMuda), text(paraQueMuda))); });
 }
 
 HRESULT TextUtil::SubstituirAcentos(BSTR* value) {

@@ -44,10 +44,8 @@ std::wstring filledTemplate(std::wstring_view text, const std::vector<std::wstri
 namespace {
 
 wchar_t withoutAccent(wchar_t c) {
-    static constexpr std::wstring_view kAccented =
-        L"ÁÀÃÂáàãâÉÈÊËéèêëÍÌÎíìîÓÒÕÔóòõôÚÙÛúùûÇç";
-    static constexpr std::wstring_view kPlain =
-        L"AAAAaaaaEEEEeeeeIIIiiiOOOOooooUUUuuuCc";
+    static constexpr std::wstring_view kAccented = L"ÁÀÃÂáàãâÉÈÊËéèêëÍÌÎíìîÓÒÕÔóòõôÚÙÛúùûÇç";
+    static constexpr std::wstring_view kPlain = L"AAAAaaaaEEEEeeeeIIIiiiOOOOooooUUUuuuCc";
     static constexpr std::wstring_view kKept = L"ABCDEFGHIJLMNOPQRSTUVWYXZK. ";
     static_assert(kAccented.size() == kPlain.size());
     if (const std::size_t at = kAccented.find(c); at != kAccented.npos) return kPlain[at];

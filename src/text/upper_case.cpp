@@ -85,9 +85,7 @@ const UpperCaseTable& upperCaseTable() {
     return table;
 }
 
-wchar_t upperCase(wchar_t unit) {
-    return upperCase(upperCaseTable(), unit);
-}
+wchar_t upperCase(wchar_t unit) { return upperCase(upperCaseTable(), unit); }
 
 std::wstring upperCase(std::wstring_view text) {
     std::wstring result(text);

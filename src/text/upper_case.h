@@ -17,25 +17,25 @@
 
 namespace vela {
 
-/// The upper-case unit of every 16-bit unit, indexed by the unit.
+// The upper-case unit of every 16-bit unit, indexed by the unit.
 using UpperCaseTable = std::array<char16_t, 0x10000>;
 
-/// The process-wide table, for loops that fold many units.
+// The process-wide table, for loops that fold many units.
 const UpperCaseTable& upperCaseTable();
 
-/// The upper-case unit of `unit` by `table`.
+// The upper-case unit of `unit` by `table`.
 inline wchar_t upperCase(const UpperCaseTable& table, wchar_t unit) {
     const auto index = static_cast<std::uint32_t>(unit);
     return index < table.size() ? static_cast<wchar_t>(table[index]) : unit;
 }
 
-/// The upper-case unit of `unit`.
+// The upper-case unit of `unit`.
 wchar_t upperCase(wchar_t unit);
 
-/// `text` with every unit upper-cased; throws std::bad_alloc.
+// `text` with every unit upper-cased; throws std::bad_alloc.
 std::wstring upperCase(std::wstring_view text);
 
-/// Upper-cases `length` units where they stand.
+// Upper-cases `length` units where they stand.
 void upperCaseInPlace(wchar_t* units, std::size_t length);
 
 }  // namespace vela

@@ -36,9 +36,7 @@ void operator delete(void* block) noexcept {
     std::free(block);
 }
 
-void operator delete(void* block, std::size_t) noexcept {
-    operator delete(block);
-}
+void operator delete(void* block, std::size_t) noexcept { operator delete(block); }
 
 namespace {
 
@@ -251,14 +249,10 @@ TEST(KeyedCollection, ComparesKeysWithoutCase) {
         const wchar_t* asked;
         bool same;
     } const cases[] = {
-        {L"Name", L"nAME", true},
-        {L"\u00E9t\u00E9", L"\u00C9T\u00C9", true},
-        {L"\u00FF", L"\u0178", true},
-        {L"", L"", true},
-        {L"", L" ", false},
-        {L"e", L"\u00E9", false},
-        {L"\u00DF", L"SS", false},
-        {L"ab", L"abc", false},
+        {L"Name", L"nAME", true},     {L"\u00E9t\u00E9", L"\u00C9T\u00C9", true},
+        {L"\u00FF", L"\u0178", true}, {L"", L"", true},
+        {L"", L" ", false},           {L"e", L"\u00E9", false},
+        {L"\u00DF", L"SS", false},    {L"ab", L"abc", false},
         {L"a ", L"a", false},
     };
     for (const auto& c : cases) {

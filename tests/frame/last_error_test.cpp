@@ -7,9 +7,8 @@ namespace {
 
 TEST(FrameLastError, GivesEachPartAsText) {
     const ErrorRecord record{1, 3021, L"Sem registo", L"Lista"};
-    const wchar_t* const expected[] = {L"",      L"1", L"Sem registo",
-                                       L"3021",  L"Lista", L"(Lista) 3021 - Sem registo",
-                                       L""};
+    const wchar_t* const expected[] = {
+        L"", L"1", L"Sem registo", L"3021", L"Lista", L"(Lista) 3021 - Sem registo", L""};
     for (int part = 0; part < 7; ++part) EXPECT_EQ(partOf(record, part), expected[part]) << part;
     EXPECT_EQ(partOf({-7, -2147483647 - 1, L"", L""}, 5), L"() -2147483648 - ");
 }

@@ -9,9 +9,9 @@ TEST(TextNormalisation, ReplacesWithoutLookingAtWhatItInserted) {
     struct {
         const wchar_t *text, *search, *replacement, *expected;
     } const table[] = {
-        {L"aaa", L"a", L"aa", L"aaaaaa"},   {L"aaa", L"aa", L"b", L"ba"},
-        {L"abab", L"ab", L"", L""},         {L"abc", L"", L"x", L"abc"},
-        {L"", L"a", L"b", L""},             {L"O'Neil's", L"'", L"''", L"O''Neil''s"},
+        {L"aaa", L"a", L"aa", L"aaaaaa"}, {L"aaa", L"aa", L"b", L"ba"},
+        {L"abab", L"ab", L"", L""},       {L"abc", L"", L"x", L"abc"},
+        {L"", L"a", L"b", L""},           {L"O'Neil's", L"'", L"''", L"O''Neil''s"},
         {L"abc", L"abcd", L"x", L"abc"},
     };
     for (const auto& row : table) {
@@ -45,7 +45,9 @@ TEST(TextNormalisation, RemovesAccentsAndKeepsTheLength) {
     EXPECT_EQ(withoutAccents(L"Conceição nº 5"), L"Conceicao n   ");
     EXPECT_EQ(withoutAccents(L"ÁÀÃÂáàãâÉÈÊËéèêëÍÌÎíìîÓÒÕÔóòõôÚÙÛúùûÇç"),
               L"AAAAaaaaEEEEeeeeIIIiiiOOOOooooUUUuuuCc");
-    EXPECT_EQ(withoutAccents(L"Ä.ï-Öü,Ñ'z\tk"), L" .     " L"  z k");
+    EXPECT_EQ(withoutAccents(L"Ä.ï-Öü,Ñ'z\tk"),
+              L" .     "
+              L"  z k");
 }
 
 }  // namespace

@@ -1,6 +1,11 @@
 # Compiles the type library, the C++ header of its interfaces, and the member tables that late
 # binding uses. Targets: vela_contract (headers). Variable: VELA_TYPE_LIBRARY, the compiled file.
-find_program(WIDL NAMES ${CMAKE_SYSTEM_PROCESSOR}-w64-mingw32-widl i686-w64-mingw32-widl widl REQUIRED)
+if(CMAKE_SIZEOF_VOID_P EQUAL 8)
+    set(widl_target x86_64-w64-mingw32)
+else()
+    set(widl_target i686-w64-mingw32)
+endif()
+find_program(WIDL NAMES ${widl_target}-widl i686-w64-mingw32-widl widl REQUIRED)
 find_program(PYTHON NAMES python3 python REQUIRED)
 find_path(PLATFORM_IDL oaidl.idl PATHS /usr/include/wine/wine/windows
           /usr/include/wine-development/wine/windows NO_CMAKE_FIND_ROOT_PATH REQUIRED)
@@ -10,7 +15,7 @@ find_path(PLATFORM_TLB stdole2.tlb PATHS /usr/lib/x86_64-linux-gnu/wine/x86_64-w
 set(generated ${CMAKE_CURRENT_BINARY_DIR}/generated)
 file(MAKE_DIRECTORY ${generated})
 set(external ${CMAKE_CURRENT_SOURCE_DIR}/automation/external)
-set(widl ${WIDL} -b ${CMAKE_SYSTEM_PROCESSOR}-w64-mingw32 -I${PLATFORM_IDL} -I${external}
+set(widl ${WIDL} -b ${widl_target} -I${PLATFORM_IDL} -I${external}
     -I${CMAKE_CURRENT_SOURCE_DIR} -L${PLATFORM_TLB} -L${generated})
 set(folders frame preferences notifications serialization text files security system)
 set(fragments)

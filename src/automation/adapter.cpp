@@ -9,13 +9,13 @@ namespace vela {
 namespace {
 
 // The number that a failed late-bound call stands for.
-HRESULT numberOf(EXCEPINFO& exception) {
-    if (exception.pfnDeferredFillIn) exception.pfnDeferredFillIn(&exception);
+HRESULT numberOf(const EXCEPINFO& exception) {
     if (exception.wCode) return static_cast<HRESULT>(0x800A0000u | exception.wCode);
     return FAILED(exception.scode) ? exception.scode : E_FAIL;
 }
 
 HRESULT passOn(EXCEPINFO& exception) {
+    if (exception.pfnDeferredFillIn) exception.pfnDeferredFillIn(&exception);
     const Bstr source = Bstr::owning(exception.bstrSource);
     const Bstr description = Bstr::owning(exception.bstrDescription);
     SysFreeString(exception.bstrHelpFile);

@@ -233,16 +233,18 @@ class AdapterBase : public Interface, public ScriptAdapter {
   private:
     template <class... Slots, class... Values>
     HRESULT exchange(const wchar_t* name, WORD kind, VARIANT* result, Values... values) {
-        std::tuple<Outgoing<Slots>...> slots{Outgoing<Slots>(values)...};
-        return std::apply(
-            [&](auto&... slot) {
-                VARIANT arguments[sizeof...(Slots) + 1] = {slot.pass()...};
-                HRESULT outcome = callLateBound(original_.Get(), name, kind,
-                                                {arguments, sizeof...(Slots)}, result);
-                ((outcome = FAILED(outcome) ? outcome : slot.takeBack()), ...);
-                return outcome;
-            },
-            slots);
+        HRESULT outcome = S_OK;
+        const auto callAndTakeBack = [&](auto&... slot) {
+            VARIANT arguments[sizeof...(Slots) + 1] = {slot.pass()...};
+            outcome =
+                callLateBound(original_.Get(), name, kind, {arguments, sizeof...(Slots)}, result);
+            ((outcome = FAILED(outcome) ? outcome : slot.takeBack()), ...);
+        };
+        const HRESULT failure = guard([&] {
+            std::tuple<Outgoing<Slots>...> slots{Outgoing<Slots>(values)...};
+            std::apply(callAndTakeBack, slots);
+        });
+        return FAILED(failure) ? failure : outcome;
     }
 
     ComPtr<IDispatch> original_;

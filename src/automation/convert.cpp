@@ -15,6 +15,12 @@ HRESULT change(VARIANT* target, const VARIANT& source, VARTYPE type) {
 
 }  // namespace
 
+void Variant::copy(const VARIANT& other) {
+    const HRESULT outcome = VariantCopyInd(this, const_cast<VARIANT*>(&other));
+    if (outcome == E_OUTOFMEMORY) throw std::bad_alloc();
+    if (FAILED(outcome)) raise(RuntimeError::TypeMismatch);
+}
+
 IDispatch* objectIn(const VARIANT& source) {
     const VARIANT& value = dereferenced(source);
     if (value.vt == VT_DISPATCH) return value.pdispVal;

@@ -91,10 +91,9 @@ class Variant : public VARIANT {
         pdispVal = value;
         vt = VT_DISPATCH;
     }
-    // A copy; by-reference values are dereferenced. Throws std::bad_alloc.
-    explicit Variant(const VARIANT& other) : Variant() {
-        if (FAILED(VariantCopyInd(this, const_cast<VARIANT*>(&other)))) throw std::bad_alloc();
-    }
+    // A copy; by-reference values are dereferenced. Throws std::bad_alloc, or Error 13 for what
+    // cannot be copied.
+    explicit Variant(const VARIANT& other) : Variant() { copy(other); }
     Variant(const Variant& other) : Variant(static_cast<const VARIANT&>(other)) {}
     Variant(Variant&& other) noexcept : VARIANT(other) { VariantInit(&other); }
     Variant& operator=(Variant other) noexcept {
@@ -119,6 +118,9 @@ class Variant : public VARIANT {
         VariantInit(this);
         return value;
     }
+
+  private:
+    void copy(const VARIANT& other);
 };
 
 inline bool isMissing(const VARIANT& value) {
@@ -128,6 +130,8 @@ inline bool isMissing(const VARIANT& value) {
 inline const VARIANT& dereferenced(const VARIANT& value) {
     return value.vt == (VT_BYREF | VT_VARIANT) ? *value.pvarVal : value;
 }
+// Whether a variant holds a text, by value or by reference.
+inline bool isText(const VARIANT& value) { return (dereferenced(value).vt & ~VT_BYREF) == VT_BSTR; }
 // The object that a variant holds, by value or by reference; null when it holds none.
 IDispatch* objectIn(const VARIANT& value);
 // Whether a variant holds an object (which may be null) rather than a plain value.
@@ -136,6 +140,13 @@ bool holdsObject(const VARIANT& value);
 std::wstring textOf(const VARIANT& value);
 // The value converted to `type` under the user's locale. Throws Error 13 or 6.
 Variant converted(const VARIANT& value, VARTYPE type);
+
+// Puts `value` in the place of a caller's text; nothing where he passed none.
+inline void rewrite(BSTR* target, std::wstring_view value) {
+    if (!target) return;
+    const BSTR changed = allocate(value);
+    SysFreeString(std::exchange(*target, changed));
+}
 
 inline constexpr bool isTrue(VARIANT_BOOL value) { return value != VARIANT_FALSE; }
 

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <bit>
-#include <cwctype>
 
 #include "automation/adapter.h"
 #include "automation/error.h"
@@ -328,6 +327,30 @@ IDispatch* unwrapped(IDispatch* object) {
 
 namespace {
 
+HRESULT readElement(SAFEARRAY* array, LONG index, VARTYPE type, Variant& element) {
+    if (type == VT_VARIANT) return SafeArrayGetElement(array, &index, &element);
+    if (type != VT_DECIMAL && SafeArrayGetElemsize(array) > sizeof element.llVal) {
+        return DISP_E_TYPEMISMATCH;
+    }
+    DECIMAL value{};  // as large as any simple element, and laid out at its start
+    void* place = type == VT_DECIMAL ? static_cast<void*>(&value) : &element.llVal;
+    const HRESULT outcome = SafeArrayGetElement(array, &index, place);
+    if (FAILED(outcome)) return outcome;
+    if (type == VT_DECIMAL) element.decVal = value;
+    element.vt = type;
+    return S_OK;
+}
+
+HRESULT writeElement(SAFEARRAY* array, LONG index, VARTYPE type, Variant& element) {
+    if (type == VT_VARIANT) return SafeArrayPutElement(array, &index, &element);
+    Variant changed;
+    const HRESULT outcome = coerce(&changed, &element, type, LOCALE_USER_DEFAULT);
+    if (FAILED(outcome)) return outcome;
+    const bool indirect = type == VT_BSTR || type == VT_DISPATCH || type == VT_UNKNOWN;
+    void* place = indirect ? static_cast<void*>(changed.bstrVal) : &changed.llVal;
+    return SafeArrayPutElement(array, &index, place);
+}
+
 // A one-dimensional array with the bounds of `source` and elements converted to `type`.
 HRESULT convertArray(SAFEARRAY* source, VARTYPE type, SAFEARRAY** result) {
     if (SafeArrayGetDim(source) != 1) return DISP_E_TYPEMISMATCH;
@@ -342,18 +365,8 @@ HRESULT convertArray(SAFEARRAY* source, VARTYPE type, SAFEARRAY** result) {
     HRESULT outcome = S_OK;
     for (LONG i = lower; i <= upper && SUCCEEDED(outcome); ++i) {
         Variant element;
-        Variant changed;
-        void* place = sourceType == VT_VARIANT ? static_cast<void*>(&element) : &element.llVal;
-        outcome = SafeArrayGetElement(source, &i, place);
-        if (sourceType != VT_VARIANT) element.vt = sourceType;
-        if (type == VT_VARIANT) {
-            if (SUCCEEDED(outcome)) outcome = SafeArrayPutElement(target, &i, &element);
-            continue;
-        }
-        if (SUCCEEDED(outcome)) outcome = coerce(&changed, &element, type, LOCALE_USER_DEFAULT);
-        const bool indirect = type == VT_BSTR || type == VT_DISPATCH || type == VT_UNKNOWN;
-        place = indirect ? static_cast<void*>(changed.bstrVal) : &changed.llVal;
-        if (SUCCEEDED(outcome)) outcome = SafeArrayPutElement(target, &i, place);
+        outcome = readElement(source, i, sourceType, element);
+        if (SUCCEEDED(outcome)) outcome = writeElement(target, i, type, element);
     }
     if (FAILED(outcome)) {
         SafeArrayDestroy(target);

@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+#include "automation/error.h"
+
 namespace vela {
 
 namespace {
@@ -74,14 +76,16 @@ HRESULT EventSourceBase::FindConnectionPoint(REFIID id, IConnectionPoint** point
 
 void EventSourceBase::fire(DISPID id, std::vector<VARIANT> arguments) {
     if (point_.listeners_.empty()) return;
-    const auto listeners = point_.listeners_;
     std::reverse(arguments.begin(), arguments.end());
-    for (const auto& listener : listeners) {
-        DISPPARAMS call{arguments.data(), nullptr, static_cast<UINT>(arguments.size()), 0};
-        Variant ignored;
-        listener.sink->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &call, &ignored,
-                              nullptr, nullptr);
-    }
+    guard([&] {
+        const auto listeners = point_.listeners_;
+        for (const auto& listener : listeners) {
+            DISPPARAMS call{arguments.data(), nullptr, static_cast<UINT>(arguments.size()), 0};
+            Variant ignored;
+            listener.sink->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &call,
+                                  &ignored, nullptr, nullptr);
+        }
+    });
     SetErrorInfo(0, nullptr);
 }
 
@@ -115,9 +119,10 @@ HRESULT EventSourceBase::Point::Advise(IUnknown* sink, DWORD* cookie) {
         FAILED(sink->QueryInterface(IID_PPV_ARGS(&listener)))) {
         return CONNECT_E_CANNOTCONNECT;
     }
-    listeners_.push_back({++lastCookie_, listener});
-    *cookie = lastCookie_;
-    return S_OK;
+    return guard([&] {
+        listeners_.push_back({lastCookie_ + 1, listener});
+        *cookie = ++lastCookie_;
+    });
 }
 
 HRESULT EventSourceBase::Point::Unadvise(DWORD cookie) {

@@ -101,7 +101,10 @@ class Object
     }
     HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID,
                                             DISPID* ids) final {
-        return namesToNumbers(facets(), names, count, ids);
+        HRESULT outcome = S_OK;
+        const HRESULT failure =
+            guard([&] { outcome = namesToNumbers(facets(), names, count, ids); });
+        return FAILED(failure) ? failure : outcome;
     }
     HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID locale, WORD flags, DISPPARAMS* call,
                                      VARIANT* result, EXCEPINFO* exception,
@@ -114,7 +117,12 @@ class Object
                 return SUCCEEDED(outcome) ? S_OK : raised(outcome, exception);
             }
         }
-        return invokeMember(facets(), id, locale, flags, call, result, exception, failedArgument);
+        HRESULT outcome = S_OK;
+        const HRESULT failure = guard([&] {
+            outcome =
+                invokeMember(facets(), id, locale, flags, call, result, exception, failedArgument);
+        });
+        return FAILED(failure) ? failure : outcome;
     }
 
     HRESULT STDMETHODCALLTYPE InterfaceSupportsErrorInfo(REFIID id) final {

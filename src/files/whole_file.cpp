@@ -9,9 +9,10 @@ namespace vela {
 namespace {
 
 constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
-constexpr DWORD kPatience = 5000;  // ms
-constexpr DWORD kMoment = 1000;    // ms
-constexpr DWORD kPause = 10;       // ms
+constexpr DWORD kPatience = 5000;      // ms
+constexpr DWORD kMoment = 1000;        // ms
+constexpr DWORD kShortPatience = 100;  // ms
+constexpr DWORD kPause = 10;           // ms
 constexpr DWORD kOneCall = 16 << 20;
 
 class Handle {
@@ -117,13 +118,16 @@ FileReplacement::FileReplacement(const std::wstring& path) : path_(path) {
             return;
         }
         error_ = GetLastError();
-        const bool held = error_ == ERROR_SHARING_VIOLATION || error_ == ERROR_ACCESS_DENIED ||
-                          error_ == ERROR_DELETE_PENDING;
+        // A sibling that is being deleted denies access, and so does a folder that may not be
+        // written in: there is little sense in waiting long for that one.
+        const bool held = error_ == ERROR_SHARING_VIOLATION || error_ == ERROR_DELETE_PENDING;
+        const bool denied = error_ == ERROR_ACCESS_DENIED;
         // Asked once: the sibling may be gone the next moment.
         const DWORD attributes = GetFileAttributesW(name.c_str());
         const bool folder =
             attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY);
-        if (!held || folder || GetTickCount64() - start > kPatience) return;
+        const ULONGLONG patience = held ? kPatience : denied ? kShortPatience : 0;
+        if (folder || GetTickCount64() - start >= patience) return;
         Sleep(kPause);
     }
 }

@@ -19,6 +19,7 @@ DWORD readWholeFile(const std::wstring& path, Bytes& content);
 // in this way wait: what is read meanwhile is still true when it is replaced. The new content goes
 // into a sibling file (".tmp" appended to the name), is flushed to the disk, and takes the place of
 // the old one in a single step; a process killed at any point leaves the old content or the new.
+// The new file has the access rights that its folder gives to new files.
 class FileReplacement {
   public:
     // Waits for others up to five seconds.

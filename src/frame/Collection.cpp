@@ -6,8 +6,6 @@ namespace vela {
 
 namespace {
 
-bool isText(const VARIANT& value) { return (dereferenced(value).vt & ~VT_BYREF) == VT_BSTR; }
-
 // The text of an optional key; nothing when it was left out. Throws Error 13 for anything but text.
 std::optional<std::wstring> keyIn(const VARIANT& key) {
     if (isMissing(dereferenced(key))) return std::nullopt;

@@ -24,16 +24,4 @@ class Collection final : public Object<Collection, _Collection> {
     KeyedCollection<Variant> entries_;
 };
 
-// A new collection of objects, each under its key; entries whose key is taken are left out.
-template <class Range, class KeyOf>
-ComPtr<Collection> collectionOf(const Range& objects, KeyOf keyOf) {
-    auto collection = make<Collection>();
-    for (const auto& object : objects) {
-        const std::wstring key = keyOf(object);
-        collection->entries().add(Variant(static_cast<IDispatch*>(object.Get())),
-                                  std::wstring_view(key));
-    }
-    return collection;
-}
-
 }  // namespace vela

@@ -35,8 +35,12 @@ Entry entry() {
 
 class ClassFactory final : public IClassFactory {
   public:
-    explicit ClassFactory(CreateFunction create) : create_(create) {}
-    virtual ~ClassFactory() = default;
+    explicit ClassFactory(CreateFunction create) : create_(create) {
+        InterlockedIncrement(&liveObjects);
+    }
+    virtual ~ClassFactory() { InterlockedDecrement(&liveObjects); }
+    ClassFactory(const ClassFactory&) = delete;
+    ClassFactory& operator=(const ClassFactory&) = delete;
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** result) override {
         if (!result) return E_POINTER;

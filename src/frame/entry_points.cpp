@@ -14,7 +14,11 @@ STDAPI DllGetClassObject(REFCLSID classId, REFIID id, void** result) {
     return create ? makeClassFactory(create, id, result) : CLASS_E_CLASSNOTAVAILABLE;
 }
 
-STDAPI DllCanUnloadNow() { return serverLocks == 0 && releaseIfUnused() ? S_OK : S_FALSE; }
+STDAPI DllCanUnloadNow() {
+    bool unused = false;
+    quietly([&] { unused = serverLocks == 0 && releaseIfUnused(); });
+    return unused ? S_OK : S_FALSE;
+}
 
 STDAPI DllRegisterServer() { return registerLibrary(RegistrationScope::Machine); }
 

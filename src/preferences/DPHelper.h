@@ -15,7 +15,7 @@ struct DefaultPath {
 
 class DPHelper {
   public:
-    explicit DPHelper(UPManager& manager) : items_(manager, kDPSection) {}
+    explicit DPHelper(const ComPtr<UPManager>& manager) : items_(manager, kDPSection) {}
 
     // Nothing when none is stored.
     std::optional<DefaultPath> path(std::wstring_view reference, std::wstring_view group) const;

@@ -7,7 +7,7 @@ namespace vela {
 
 class KVPHelper {
   public:
-    explicit KVPHelper(UPManager& manager) : items_(manager, kKVSection) {}
+    explicit KVPHelper(const ComPtr<UPManager>& manager) : items_(manager, kKVSection) {}
 
     // `defaultValue` when nothing is stored.
     std::wstring value(std::wstring_view reference, std::wstring_view group,

@@ -36,12 +36,14 @@ void enter(const PrintDefaults& defaults, PrinterChoice& choice) {
     if (defaults.orientation > 0) choice.orientation = static_cast<short>(defaults.orientation);
 }
 
-// Selects the printer, if the choice names one, and sets its properties.
-void setPrinter(_ISetPrinter* printer, const PrinterChoice& choice, bool select) {
+bool select(_ISetPrinter* printer, const std::wstring& name) {
+    VARIANT_BOOL selected = VARIANT_TRUE;
+    if (!name.empty()) checkRecorded(printer->SetPrinter(Bstr(name).get(), &selected));
+    return isTrue(selected);
+}
+
+void setProperties(_ISetPrinter* printer, const PrinterChoice& choice) {
     VARIANT_BOOL done = VARIANT_FALSE;
-    if (select && !choice.printer.empty()) {
-        checkRecorded(printer->SetPrinter(Bstr(choice.printer).get(), &done));
-    }
     checkRecorded(printer->SetProperties(choice.copies,
                                          static_cast<PrinterOrientation>(choice.orientation),
                                          choice.bin, choice.size, &done));
@@ -56,11 +58,13 @@ ComPtr<PPItem> PPHelper::choice(short type, std::wstring_view reference) const {
 bool PPHelper::apply(short type, std::wstring_view reference, _ISetPrinter* printer,
                      const PrintDefaults& defaults) const {
     if (!printer) return false;
+    // A stored printer that is there no longer is as good as none.
     const auto stored = choice(type, reference);
-    PrinterChoice settings = stored ? choiceIn(stored.Get()) : choiceOf(printer);
-    if (!stored || defaults.override) enter(defaults, settings);
-    setPrinter(printer, settings, stored != nullptr);
-    return stored != nullptr;
+    const bool applies = stored && select(printer, choiceIn(stored.Get()).printer);
+    PrinterChoice settings = applies ? choiceIn(stored.Get()) : choiceOf(printer);
+    if (!applies || defaults.override) enter(defaults, settings);
+    setProperties(printer, settings);
+    return applies;
 }
 
 bool PPHelper::ask(HWND owner, short type, std::wstring_view reference, _ISetPrinter* printer,
@@ -80,7 +84,7 @@ bool PPHelper::ask(HWND owner, short type, std::wstring_view reference, _ISetPri
     check(item->put_PaperBin(chosen->bin));
     check(item->put_PaperSize(chosen->size));
     items_.addItem(item);
-    if (printer) setPrinter(printer, *chosen, true);
+    if (printer && select(printer, chosen->printer)) setProperties(printer, *chosen);
     return true;
 }
 

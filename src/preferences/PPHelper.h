@@ -15,7 +15,7 @@ struct PrintDefaults {
 
 class PPHelper {
   public:
-    explicit PPHelper(UPManager& manager) : items_(manager, kPPSection) {}
+    explicit PPHelper(const ComPtr<UPManager>& manager) : items_(manager, kPPSection) {}
 
     // Null when no choice is stored.
     ComPtr<PPItem> choice(short type, std::wstring_view reference) const;

@@ -33,8 +33,7 @@ HRESULT RPManager::Load(_UPManager** manager, VARIANT* dataSource, VARIANT_BOOL*
         const bool given = dataSource && !isMissing(*dataSource) && dataSource->vt != VT_EMPTY;
         const std::wstring source = given ? textOf(*dataSource) : ours->dataSources()->sharedName();
         registerSection(*ours.Get(), kRPSection, source, true);
-        items_.emplace(*ours.Get(), kRPSection);
-        manager_ = ours;
+        items_.emplace(ours, kRPSection);
         ours->load();
         return true;
     });

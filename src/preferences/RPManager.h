@@ -20,7 +20,6 @@ class RPManager final : public Object<RPManager, _RPManager> {
     // The registered section's items; throws Error 5 before Load.
     const SectionManager<RPItem>& items() const;
 
-    ComPtr<UPManager> manager_;
     std::optional<SectionManager<RPItem>> items_;
 };
 

@@ -82,6 +82,11 @@ class RPSection final : public SectionMembers<RPSection, _RPSection, _IUPSection
     RPSection() : SectionMembers(kRPSection) {}
 };
 
+// The Id of any section, read through the interface.
+inline std::wstring idOf(_IUPSection* section) {
+    return textProperty(section, &_IUPSection::get_Id);
+}
+
 // A new section of a kind.
 ComPtr<_IUPSection> makeSection(const SectionKind& kind);
 

@@ -76,11 +76,16 @@ WindowRect rectOf(_UIItem* item) {
     return rect;
 }
 
-void setRect(_UIItem* item, IDispatch* window) {
-    check(item->put_Left(number(window, L"Left")));
-    check(item->put_Top(number(window, L"Top")));
-    check(item->put_Width(number(window, L"Width")));
-    check(item->put_Height(number(window, L"Height")));
+WindowRect rectOf(IDispatch* window) {
+    return {number(window, L"Left"), number(window, L"Top"), number(window, L"Width"),
+            number(window, L"Height")};
+}
+
+void setRect(_UIItem* item, const WindowRect& rect) {
+    check(item->put_Left(rect.left));
+    check(item->put_Top(rect.top));
+    check(item->put_Width(rect.width));
+    check(item->put_Height(rect.height));
     check(item->put_ScreenWxH(Bstr(screenResolution()).get()));
 }
 
@@ -107,10 +112,12 @@ bool UIPHelper::loadPosition(IDispatch* window, std::wstring_view id,
 void UIPHelper::savePosition(IDispatch* window, std::wstring_view id,
                              std::wstring_view group) const {
     const std::wstring identity = identityOf(window, id);
+    // Everything is read before anything is changed: the window may refuse.
+    const long state = number(window, L"WindowState");
+    const WindowRect rect = rectOf(window);
     const bool isNew = !items_.getItem(identity, group);
     const auto item = itemFor(items_, identity, group);
-    const long state = number(window, L"WindowState");
-    if (state == kNormal || isNew) setRect(item.Get(), window);
+    if (state == kNormal || isNew) setRect(item.Get(), rect);
     check(item->put_WindowState(state));
     items_.addItem(item);
 }

@@ -8,7 +8,7 @@ namespace vela {
 
 class UIPHelper {
   public:
-    explicit UIPHelper(UPManager& manager) : items_(manager, kUISection) {}
+    explicit UIPHelper(const ComPtr<UPManager>& manager) : items_(manager, kUISection) {}
 
     // Moves the window to its stored place; false when none is stored. A place taken at another
     // screen resolution, or off every monitor, is brought into view. An empty `id` stands for the

@@ -32,7 +32,8 @@ class UPItems final : public Object<UPItems, _UPItems> {
 
   private:
     void changed() const {
-        if (changed_) changed_();
+        // What it calls may give the items another owner.
+        if (const auto mark = changed_) mark();
     }
 
     Entries entries_;

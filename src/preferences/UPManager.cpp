@@ -145,6 +145,8 @@ HRESULT UPManager::Load(VARIANT_BOOL* result) {
 
 HRESULT UPManager::Delete(BSTR userId, VARIANT_BOOL* result) {
     return answer(result, [&] {
+        // What was read of the documents goes with them.
+        XMLup::emptyCache();
         const std::wstring local = dataSources_->localName();
         const std::wstring shared = dataSources_->sharedName();
         const std::wstring user(text(userId));

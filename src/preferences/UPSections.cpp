@@ -8,8 +8,6 @@ namespace vela {
 
 namespace {
 
-std::wstring idOf(_IUPSection* section) { return textProperty(section, &_IUPSection::get_Id); }
-
 // The items of a section of the caller's own, if they are ours. Our sections own their items
 // already.
 ComPtr<UPItems> foreignItems(_IUPSection* section) {
@@ -40,9 +38,9 @@ UPSections::~UPSections() {
 
 ComPtr<_IUPSection> UPSections::find(const VARIANT& index) {
     if (const auto* found = entries_.find(normalisedIdentity(textOf(index)))) return *found;
-    const bool isText = dereferenced(index).vt == VT_BSTR;
-    const auto* found = isText ? entries_.find(textOf(index)) : nullptr;
-    if (!isText) {
+    const bool byKey = isText(index);
+    const auto* found = byKey ? entries_.find(textOf(index)) : nullptr;
+    if (!byKey) {
         const LONG position = converted(index, VT_I4).lVal;
         found = position > 0 ? entries_.at(static_cast<std::size_t>(position)) : nullptr;
     }

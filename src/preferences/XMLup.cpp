@@ -12,6 +12,7 @@
 #include "files/whole_file.h"
 #include "frame/keyed_collection.h"
 #include "frame/shared_instances.h"
+#include "preferences/Section.h"
 #include "preferences/item.h"
 #include "text/upper_case.h"
 
@@ -38,8 +39,6 @@ bool isDocumentName(const std::wstring& fileName) {
     return fileName.size() >= 4 &&
            upperCase(std::wstring_view(fileName).substr(fileName.size() - 4)) == L".XML";
 }
-
-std::wstring idOf(_IUPSection* section) { return textProperty(section, &_IUPSection::get_Id); }
 
 ComPtr<_UPItems> itemsOf(_IUPSection* section) {
     ComPtr<_UPItems> items;
@@ -150,6 +149,21 @@ std::vector<StoredField> fieldsOf(_IUPSection* section) {
     return fields;
 }
 
+// Reading adds items, which is no change to be saved: the flag is put back at the end.
+class KeptSavedFlag {
+  public:
+    explicit KeptSavedFlag(_IUPSection* section) : section_(section) {
+        checkRecorded(section->get_Saved(&saved_));
+    }
+    ~KeptSavedFlag() { section_->put_Saved(saved_); }
+    KeptSavedFlag(const KeptSavedFlag&) = delete;
+    KeptSavedFlag& operator=(const KeptSavedFlag&) = delete;
+
+  private:
+    _IUPSection* section_;
+    VARIANT_BOOL saved_ = VARIANT_TRUE;
+};
+
 short numberIn(const std::wstring& text) {
     const long number = std::wcstol(text.c_str(), nullptr, 10);
     if (number < -32768 || number > 32767) raise(RuntimeError::Overflow);
@@ -214,6 +228,7 @@ void XMLup::readSection(_IUPSection* section) {
     const XmlNode element = document_.select(sectionPath(idOf(section)));
     if (!element) return;
     const ComPtr<_UPItems> items = itemsOf(section);
+    const KeptSavedFlag saved(section);
     ItemReader reader(section);
     eachChild(element, [&](const XmlNode& group) {
         const Bstr groupText(firstAttribute(group));

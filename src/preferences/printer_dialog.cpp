@@ -4,6 +4,7 @@
 #include <winspool.h>
 
 #include <cstring>
+#include <utility>
 #include <vector>
 
 namespace vela {
@@ -37,9 +38,12 @@ HGLOBAL settingsOf(const PrinterChoice& choice) {
     HGLOBAL result = nullptr;
     const LONG size = DocumentPropertiesW(nullptr, printer, name, nullptr, nullptr, 0);
     if (size > 0) result = GlobalAlloc(GHND, static_cast<SIZE_T>(size));
+    bool filled = false;
     withLocked(result, [&](void* memory) {
         auto* settings = static_cast<DEVMODEW*>(memory);
-        DocumentPropertiesW(nullptr, printer, name, settings, nullptr, DM_OUT_BUFFER);
+        filled =
+            DocumentPropertiesW(nullptr, printer, name, settings, nullptr, DM_OUT_BUFFER) == IDOK;
+        if (!filled) return;
         settings->dmFields |= DM_COPIES | DM_ORIENTATION;
         settings->dmCopies = choice.copies;
         settings->dmOrientation = choice.orientation;
@@ -53,6 +57,7 @@ HGLOBAL settingsOf(const PrinterChoice& choice) {
         }
     });
     ClosePrinter(printer);
+    if (!filled) GlobalFree(std::exchange(result, nullptr));
     return result;
 }
 

@@ -20,8 +20,8 @@ void registerSection(UPManager& manager, const SectionKind& kind, const std::wst
 template <class Item>
 class SectionManager {
   public:
-    // `manager` must outlive this.
-    SectionManager(UPManager& manager, const SectionKind& kind) : manager_(manager), kind_(kind) {}
+    SectionManager(ComPtr<UPManager> manager, const SectionKind& kind)
+        : manager_(std::move(manager)), kind_(kind) {}
 
     // Null when there is no such item.
     ComPtr<Item> getItem(std::wstring_view id, std::wstring_view group) const {
@@ -52,12 +52,12 @@ class SectionManager {
 
   private:
     ComPtr<_IUPSection> section() const {
-        ComPtr<_IUPSection> section = manager_.section(kind_.id);
+        ComPtr<_IUPSection> section = manager_->section(kind_.id);
         if (!section) raise(RuntimeError::InvalidProcedureCall);
         return section;
     }
 
-    UPManager& manager_;
+    ComPtr<UPManager> manager_;
     const SectionKind& kind_;
 };
 

@@ -1,6 +1,5 @@
 #include "preferences/upcontext.h"
 
-#include <cwctype>
 #include <set>
 
 #include "frame/shared_instances.h"
@@ -22,12 +21,6 @@ void stopEveryContext() {
     for (UPContext* context : std::set<UPContext*>(liveContexts())) {
         quietly([&] { context->stop(); });
     }
-}
-
-void rewrite(BSTR* target, std::wstring_view value) {
-    if (!target) return;
-    const BSTR changed = allocate(value);
-    SysFreeString(std::exchange(*target, changed));
 }
 
 std::wstring lowerCase(std::wstring text) {
@@ -78,7 +71,7 @@ short UPContext::start(std::wstring_view applicationId, std::wstring_view userId
         manager_->setApplicationId(newApplication);
         manager_->setUserId(newUser);
     }
-    helpers_ = std::make_unique<Helpers>(*manager_.Get());
+    helpers_ = std::make_shared<Helpers>(manager_);
     const std::wstring local = manager_->dataSources()->localName();
     const std::wstring travelling = manager_->dataSources()->sharedName();
     registerSection(*manager_.Get(), kPPSection, local, same);
@@ -96,16 +89,16 @@ void UPContext::stop() {
     manager_->setLoaded(false);
 }
 
-UPContext::Helpers& UPContext::helpers() {
+std::shared_ptr<UPContext::Helpers> UPContext::helpers() const {
     if (!helpers_) raise(RuntimeError::InvalidProcedureCall);
-    return *helpers_;
+    return helpers_;
 }
 
 bool UPContext::loadDefaultPath(std::wstring_view reference, std::wstring_view group, BSTR* path,
                                 BSTR* file, BSTR* ext) {
     bool found = false;
     quietly([&] {
-        const auto stored = helpers().paths.path(reference, group);
+        const auto stored = helpers()->paths.path(reference, group);
         if (!stored) return;
         rewrite(path, stored->path);
         rewrite(file, stored->file);
@@ -117,25 +110,25 @@ bool UPContext::loadDefaultPath(std::wstring_view reference, std::wstring_view g
 
 void UPContext::saveDefaultPath(std::wstring_view reference, std::wstring_view group,
                                 const DefaultPath& value) {
-    quietly([&] { helpers().paths.savePath(reference, group, value); });
+    quietly([&] { helpers()->paths.savePath(reference, group, value); });
 }
 
 std::wstring UPContext::getValue(std::wstring_view reference, std::wstring_view group,
                                  std::wstring_view defaultValue) {
     std::wstring value;
-    quietly([&] { value = helpers().values.value(reference, group, defaultValue); });
+    quietly([&] { value = helpers()->values.value(reference, group, defaultValue); });
     return value;
 }
 
 void UPContext::saveValue(std::wstring_view reference, std::wstring_view group,
                           std::wstring_view value) {
-    quietly([&] { helpers().values.saveValue(reference, group, value); });
+    quietly([&] { helpers()->values.saveValue(reference, group, value); });
 }
 
 bool UPContext::loadWindowPos(IDispatch* window, std::wstring_view id, std::wstring_view group) {
     bool found = false;
     quietly([&] {
-        if (window) found = helpers().windows.loadPosition(window, id, group);
+        if (window) found = helpers()->windows.loadPosition(window, id, group);
     });
     return found;
 }
@@ -143,28 +136,28 @@ bool UPContext::loadWindowPos(IDispatch* window, std::wstring_view id, std::wstr
 void UPContext::saveWindowPos(IDispatch* window, std::wstring_view id, std::wstring_view group) {
     quietly([&] {
         if (!window || !isTrue(converted(getProperty(window, L"Visible"), VT_BOOL).boolVal)) return;
-        helpers().windows.savePosition(window, id, group);
+        helpers()->windows.savePosition(window, id, group);
     });
 }
 
 bool UPContext::uiSetPrintingPreferences(HWND owner, short type, std::wstring_view reference,
                                          _ISetPrinter* printer, const PrintDefaults& defaults) {
     bool chosen = false;
-    quietly([&] { chosen = helpers().printers.ask(owner, type, reference, printer, defaults); });
+    quietly([&] { chosen = helpers()->printers.ask(owner, type, reference, printer, defaults); });
     return chosen;
 }
 
 bool UPContext::usePrintingPreferences(short type, std::wstring_view reference,
                                        _ISetPrinter* printer, const PrintDefaults& defaults) {
     bool applied = false;
-    quietly([&] { applied = helpers().printers.apply(type, reference, printer, defaults); });
+    quietly([&] { applied = helpers()->printers.apply(type, reference, printer, defaults); });
     return applied;
 }
 
 short UPContext::getCopies(short type, std::wstring_view reference) {
     short copies = 0;
     quietly([&] {
-        if (const auto item = helpers().printers.choice(type, reference)) {
+        if (const auto item = helpers()->printers.choice(type, reference)) {
             check(item->get_Copies(&copies));
         }
     });
@@ -174,7 +167,7 @@ short UPContext::getCopies(short type, std::wstring_view reference) {
 std::wstring UPContext::getPrinterDescription(short type, std::wstring_view reference) {
     std::wstring description;
     quietly([&] {
-        const auto item = helpers().printers.choice(type, reference);
+        const auto item = helpers()->printers.choice(type, reference);
         if (!item) return;
         short copies = 0;
         check(item->get_Copies(&copies));

@@ -51,7 +51,7 @@ class UPContext {
 
   private:
     struct Helpers {
-        explicit Helpers(UPManager& manager)
+        explicit Helpers(const ComPtr<UPManager>& manager)
             : printers(manager), windows(manager), paths(manager), values(manager) {}
 
         PPHelper printers;
@@ -60,11 +60,12 @@ class UPContext {
         KVPHelper values;
     };
 
-    // Throws Error when the context is not started.
-    Helpers& helpers();
+    // Throws Error when the context is not started. Held by each operation for its length: what it
+    // calls may stop or start the context.
+    std::shared_ptr<Helpers> helpers() const;
 
     const ComPtr<UPManager> manager_;
-    std::unique_ptr<Helpers> helpers_;
+    std::shared_ptr<Helpers> helpers_;
 };
 
 }  // namespace vela

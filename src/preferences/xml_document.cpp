@@ -105,16 +105,24 @@ bool XmlDocument::parse(std::wstring_view content) {
 }
 
 std::string XmlDocument::bytes() const {
-    std::wstring text = xml();
-    // The parser tells neither its encoding nor its blanks the same way everywhere.
-    if (text.starts_with(L"<?xml ")) text.erase(0, text.find(L"?>") + 2);
-    text.erase(0, text.find_first_not_of(L" \r\n"));
+    const std::wstring text = body();
     bool complete = true;
     std::string content =
         "<?xml version=\"1.0\" encoding=\"windows-1252\"?>\r\n" + toWindows1252(text, complete);
-    // References are right in values; in names they would make the document unreadable.
-    if (!complete && !make().parse(std::as_bytes(std::span(content)))) check(E_FAIL);
+    // References are right in values, and wrong in names, comments and the like.
+    if (!complete) {
+        XmlDocument written = make();
+        if (!written.parse(std::as_bytes(std::span(content))) || written.body() != text) {
+            check(E_FAIL);
+        }
+    }
     return content;
+}
+
+std::wstring XmlDocument::body() const {
+    std::wstring text = xml();
+    if (text.starts_with(L"<?xml ")) text.erase(0, text.find(L"?>") + 2);
+    return text.erase(0, text.find_first_not_of(L" \r\n"));
 }
 
 std::wstring XmlDocument::xml() const {

@@ -32,7 +32,8 @@ class XmlDocument {
     bool parse(std::wstring_view content);
 
     // The document as a file holds it: in windows-1252, whatever it was read from. Characters that
-    // the code page lacks are written as references.
+    // the code page lacks are written as references; throws Error where one stands in a
+    // name or a comment, which cannot hold references.
     std::string bytes() const;
     std::wstring xml() const;
 
@@ -46,6 +47,8 @@ class XmlDocument {
 
   private:
     bool isReadable(VARIANT_BOOL loaded) const;
+    // The text without the XML declaration, which parsers do not write alike.
+    std::wstring body() const;
 
     ComPtr<IXMLDOMDocument2> document_;
 };

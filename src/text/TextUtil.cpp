@@ -7,12 +7,6 @@ namespace vela {
 
 namespace {
 
-// Puts `value` in the place of the caller's text.
-void rewrite(BSTR* target, std::wstring_view value) {
-    const BSTR changed = allocate(value);
-    SysFreeString(std::exchange(*target, changed));
-}
-
 struct TextArray {
     LONG lowerBound = 0;
     std::vector<std::wstring> values;

@@ -1,5 +1,4 @@
-// The upper-case table and where it comes from on each platform. Nothing else in the library asks
-// the platform about case.
+// The upper-case table and where it comes from on each platform.
 #include "text/upper_case.h"
 
 #include <algorithm>

@@ -4,20 +4,21 @@
 #include "automation/dispatch.h"
 
 #include <algorithm>
-#include <array>
 
+#include "automation/late_bound.h"
 #include "frame/Collection.h"
 #include "frame/SysUtil.h"
 #include "preferences/KVItem.h"
-#include "support/support.h"
 
 namespace vela {
 namespace {
 
 using test::arg;
+using test::arrayOf;
 using test::byReference;
 using test::call;
 using test::Called;
+using test::callWith;
 
 // A value with its type, as in "int16 7", "'text'", "Empty".
 std::wstring show(const VARIANT& value) {
@@ -43,22 +44,6 @@ Variant null() {
     return value;
 }
 Variant currency(long units) { return converted(Variant(units), VT_CY); }
-
-Called callWith(IDispatch* object, const wchar_t* name, const std::vector<Variant>& arguments) {
-    return call(object, name, {arguments.begin(), arguments.end()});
-}
-
-// A one-dimensional array of variants from `first` on.
-Variant arrayOf(const std::vector<Variant>& elements, LONG first = 0) {
-    Variant array;
-    array.parray = SafeArrayCreateVector(VT_VARIANT, first, static_cast<ULONG>(elements.size()));
-    array.vt = VT_ARRAY | VT_VARIANT;
-    for (const Variant& element : elements) {
-        SafeArrayPutElement(array.parray, &first, const_cast<Variant*>(&element));
-        ++first;
-    }
-    return array;
-}
 
 // "lower: element element ...", with each element's type.
 std::wstring showArray(SAFEARRAY* array) {
@@ -86,9 +71,6 @@ void append(BSTR* target, std::wstring_view value) {
 
 class FakeText final : public Object<FakeText, Unbuilt<_TextUtil>> {
   public:
-    HRESULT STDMETHODCALLTYPE MudaChar(BSTR* onde, BSTR added, BSTR) override {
-        return guard([&] { append(onde, text(added)); });
-    }
     HRESULT STDMETHODCALLTYPE ProcuraAbrirFechar(BSTR, BSTR, SHORT* changed, SHORT*,
                                                  SHORT* result) override {
         return answer(result, [&] { return ++*changed; });
@@ -97,7 +79,6 @@ class FakeText final : public Object<FakeText, Unbuilt<_TextUtil>> {
     HRESULT STDMETHODCALLTYPE StrAlinhar(BSTR value, SHORT size, AlignmentConstant* side,
                                          BSTR* fill, BSTR* result) override {
         return answer(result, [&] {
-            if (!side || !fill) raise(RuntimeError::InvalidProcedureCall);
             const std::wstring shown = std::wstring(text(value)) + L"|" + std::to_wstring(size) +
                                        L"|" + std::to_wstring(*side) + L"|" +
                                        std::wstring(text(*fill));
@@ -118,19 +99,12 @@ class FakeText final : public Object<FakeText, Unbuilt<_TextUtil>> {
     }
     // Sorts; makes an array where there is none.
     HRESULT STDMETHODCALLTYPE OrdenarArrayStr(SAFEARRAY** values) override {
-        return guard([&] {
-            if (!*values) {
-                *values = SafeArrayCreateVector(VT_BSTR, 0, 1);
-                LONG first = 0;
-                SafeArrayPutElement(*values, &first, Bstr(L"new").get());
-                return;
-            }
-            BSTR* elements = nullptr;
-            SafeArrayAccessData(*values, reinterpret_cast<void**>(&elements));
-            std::sort(elements, elements + (*values)->rgsabound[0].cElements,
-                      [](BSTR a, BSTR b) { return text(a) < text(b); });
-            SafeArrayUnaccessData(*values);
-        });
+        if (!*values) *values = SafeArrayCreateVector(VT_BSTR, 0, 1);
+        BSTR* elements = nullptr;
+        SafeArrayAccessData(*values, reinterpret_cast<void**>(&elements));
+        std::sort(elements, elements + (*values)->rgsabound[0].cElements,
+                  [](BSTR a, BSTR b) { return text(a) < text(b); });
+        return SafeArrayUnaccessData(*values);
     }
     HRESULT STDMETHODCALLTYPE PreparaTextoComVars(BSTR, SAFEARRAY** values, BSTR* result) override {
         return answer(result, [&] { return showArray(*values); });
@@ -150,26 +124,13 @@ class FakeText final : public Object<FakeText, Unbuilt<_TextUtil>> {
 
 class FakeMath final : public Object<FakeMath, Unbuilt<_MathUtil>> {
   public:
-    HRESULT STDMETHODCALLTYPE SwapInt(SHORT* a, SHORT* b) override {
-        std::swap(*a, *b);
-        return S_OK;
-    }
-    HRESULT STDMETHODCALLTYPE SwapLong(LONG* a, LONG* b) override {
-        std::swap(*a, *b);
-        return S_OK;
-    }
     HRESULT STDMETHODCALLTYPE ParteDecimal(DOUBLE value, SHORT digits, LONG* result) override {
-        *result = static_cast<LONG>(value * digits);
-        return S_OK;
+        return *result = static_cast<LONG>(value * digits), S_OK;
     }
     HRESULT STDMETHODCALLTYPE Arredondar(CY value, SHORT, CY* result) override {
-        *result = value;
-        return S_OK;
+        return *result = value, S_OK;
     }
-    HRESULT STDMETHODCALLTYPE ValS(BSTR, FLOAT* result) override {
-        *result = 3;
-        return S_OK;
-    }
+    HRESULT STDMETHODCALLTYPE ValS(BSTR, FLOAT* result) override { return *result = 3, S_OK; }
     HRESULT STDMETHODCALLTYPE OrdenarArrayINT(SAFEARRAY** values) override {
         SHORT* elements = nullptr;
         SafeArrayAccessData(*values, reinterpret_cast<void**>(&elements));
@@ -181,15 +142,8 @@ class FakeMath final : public Object<FakeMath, Unbuilt<_MathUtil>> {
 class FakePulsar final : public Object<FakePulsar, Unbuilt<_Pulsar>> {
   public:
     LONG interval = 0;
-    HRESULT STDMETHODCALLTYPE CreatePulsar(LONG value, _Pulsar** result) override {
-        return answer(result, [&] {
-            auto made = make<FakePulsar>();
-            made->interval = value;
-            return made;
-        });
-    }
-    HRESULT STDMETHODCALLTYPE get_PulseInterval(LONG* result) override {
-        return give(result, interval);
+    HRESULT STDMETHODCALLTYPE CreatePulsar(LONG value, _Pulsar**) override {
+        return interval = value, S_OK;
     }
 };
 
@@ -197,10 +151,10 @@ class FakeSource final : public Object<FakeSource, Unbuilt<_IUPDataSource>> {
   public:
     std::wstring seen;
     HRESULT STDMETHODCALLTYPE put_DataSource(VARIANT value) override {
-        return guard([&] { seen = L"let " + show(value); });
+        return seen = L"let " + show(value), S_OK;
     }
     HRESULT STDMETHODCALLTYPE putref_DataSource(VARIANT value) override {
-        return guard([&] { seen = L"set " + show(value); });
+        return seen = L"set " + show(value), S_OK;
     }
 };
 
@@ -212,7 +166,7 @@ class FakeManager final : public Object<FakeManager, Unbuilt<_RPManager>> {
         return answer(result, [&] { return items; });
     }
     HRESULT STDMETHODCALLTYPE AddItem(_RPItem* item) override {
-        return guard([&] { seen = item ? L"item" : L"none"; });
+        return seen = item ? L"item" : L"none", S_OK;
     }
 };
 
@@ -220,16 +174,22 @@ class FakeSections final : public Object<FakeSections, Unbuilt<_UPSections>> {
   public:
     ComPtr<_IUPSection> replacement;
     HRESULT STDMETHODCALLTYPE Add(_IUPSection** section) override {
-        adopted(std::exchange(*section, ComPtr<_IUPSection>(replacement).Detach()));
+        adopted(std::exchange(*section, replacement.Detach()));
         return S_OK;
     }
 };
 
 class FakeSection final : public Object<FakeSection, Unbuilt<_IUPSection>> {};
 
+VARIANT reference(VARTYPE type, void* place) {
+    VARIANT v{};
+    v.vt = static_cast<VARTYPE>(VT_BYREF | type);
+    v.byref = place;
+    return v;
+}
+
 class AutomationDispatch : public test::NoObjectsLeft {
   protected:
-    // Objects of the test; gone before the base looks for what is left.
     void TearDown() override {
         text_.Reset();
         math_.Reset();
@@ -243,33 +203,45 @@ class AutomationDispatch : public test::NoObjectsLeft {
 
 TEST_F(AutomationDispatch, RefusesArgumentsThatDoNotFitAndTellsWhich) {
     const Variant a(L"a");
+    const Variant one(1L);
     const Variant missing = Variant::missing();
+    SAFEARRAYBOUND bounds[] = {{2, 0}, {2, 0}};
+    Variant square;
+    square.parray = SafeArrayCreate(VT_VARIANT, 2, bounds);
+    square.vt = VT_ARRAY | VT_VARIANT;
     const struct {
+        IDispatch* object;
         const wchar_t* member;
         std::vector<Variant> arguments;
         HRESULT outcome;
         UINT failed;  // counted from the last argument; 99 where none is to blame
     } cases[] = {
-        {L"MudaChar", {}, DISP_E_PARAMNOTOPTIONAL, 99},
-        {L"MudaChar", {a, a}, DISP_E_PARAMNOTOPTIONAL, 99},
-        {L"MudaChar", {a, missing, a}, DISP_E_PARAMNOTOPTIONAL, 99},
-        {L"MudaChar", {a, a, a, a}, DISP_E_BADPARAMCOUNT, 99},
-        {L"ProcuraAbrirFechar", {a, a, a, Variant(1L)}, DISP_E_TYPEMISMATCH, 1},
-        {L"ProcuraAbrirFechar", {a, a, Variant(1L), Variant(40000L)}, DISP_E_OVERFLOW, 0},
-        {L"StrAlinhar", {null(), Variant(1L)}, DISP_E_TYPEMISMATCH, 1},
-        {L"StrAlinhar", {a, Variant(texts())}, DISP_E_TYPEMISMATCH, 0},
-        {L"SoNumeros", {a, Variant(L"perhaps")}, DISP_E_TYPEMISMATCH, 0},
-        {L"OrdenarArrayStr", {a}, DISP_E_TYPEMISMATCH, 0},
+        {texts(), L"MudaChar", {}, DISP_E_PARAMNOTOPTIONAL, 99},
+        {texts(), L"MudaChar", {a, a}, DISP_E_PARAMNOTOPTIONAL, 99},
+        {texts(), L"MudaChar", {a, missing, a}, DISP_E_PARAMNOTOPTIONAL, 99},
+        {texts(), L"MudaChar", {a, a, a, a}, DISP_E_BADPARAMCOUNT, 99},
+        {texts(), L"ProcuraAbrirFechar", {a, a, a, one}, DISP_E_TYPEMISMATCH, 1},
+        {texts(), L"ProcuraAbrirFechar", {a, a, one, Variant(40000L)}, DISP_E_OVERFLOW, 0},
+        {texts(), L"StrAlinhar", {null(), one}, DISP_E_TYPEMISMATCH, 1},
+        {texts(), L"SoNumeros", {a, Variant(L"perhaps")}, DISP_E_TYPEMISMATCH, 0},
+        {texts(), L"OrdenarArrayStr", {a}, DISP_E_TYPEMISMATCH, 0},
+        {texts(), L"OrdenarArrayStr", {square}, DISP_E_TYPEMISMATCH, 0},
+        {maths(), L"OrdenarArrayINT", {arrayOf({one, a})}, DISP_E_TYPEMISMATCH, 0},
+        {maths(), L"OrdenarArrayINT", {arrayOf({Variant(40000L)})}, DISP_E_OVERFLOW, 0},
     };
-    for (const auto& [member, arguments, outcome, failed] : cases) {
+    for (const auto& [object, member, arguments, outcome, failed] : cases) {
         SCOPED_TRACE(testing::Message() << member << " with " << arguments.size());
-        const Called called = callWith(texts(), member, arguments);
-        // What an object without a default property is refused with differs by platform.
-        const bool object = !arguments.empty() && arguments.back().vt == VT_DISPATCH;
-        if (object) EXPECT_TRUE(FAILED(called.outcome));
-        else EXPECT_EQ(called.outcome, outcome);
-        EXPECT_EQ(called.failedArgument, failed);
-        EXPECT_EQ(show(called.result), L"Empty");
+        std::vector<Variant> variables = arguments;
+        std::vector<VARIANT> passed;
+        for (Variant& variable : variables) {
+            passed.push_back(isMissing(variable) ? variable : byReference(variable));
+        }
+        for (const Called& called :
+             {callWith(object, member, arguments), call(object, member, passed)}) {
+            EXPECT_EQ(called.outcome, outcome);
+            EXPECT_EQ(called.failedArgument, failed);
+            EXPECT_EQ(show(called.result), L"Empty");
+        }
     }
 }
 
@@ -282,9 +254,8 @@ TEST_F(AutomationDispatch, ConvertsArgumentsAndResults) {
     } cases[] = {
         {texts(), L"StrAlinhar", {Variant(12L), Variant(L" 7 ")}, L"'12|7|0|'"},
         {texts(), L"StrAlinhar", {Variant(arg(true)), Variant(arg(2.5))}, L"'True|2|0|'"},
-        {texts(), L"SoNumeros", {Variant(L""), Variant(-1L)}, L"True"},
+        {texts(), L"SoNumeros", {Variant(L"")}, L"False"},
         {texts(), L"SoNumeros", {Variant(L""), Variant(L"true")}, L"True"},
-        {texts(), L"SemAlfa", {Variant(L"x")}, L"''x''"},
         {texts(), L"SemAlfa", {null()}, L"'Null'"},
         {texts(), L"SemAlfa", {Variant()}, L"'Empty'"},
         {maths(), L"ParteDecimal", {Variant(L"3"), Variant(2L)}, L"int32 6"},
@@ -303,33 +274,26 @@ TEST_F(AutomationDispatch, ConvertsArgumentsAndResults) {
 TEST_F(AutomationDispatch, GivesOmittedOptionalsTheirDefaults) {
     Variant missing = Variant::missing();
     Variant centre(2L);
-    const VARIANT text = arg(0L);
-    const struct {
-        std::vector<VARIANT> arguments;
-        const wchar_t* result;
-    } cases[] = {
-        {{text, arg(4L)}, L"0|4|0|"},
-        {{text, arg(4L), missing}, L"0|4|0|"},
-        {{text, arg(4L), missing, missing}, L"0|4|0|"},
-        {{text, arg(4L), byReference(missing), arg(9L)}, L"0|4|0|9"},
-        {{text, arg(4L), byReference(centre)}, L"0|4|2|"},
+    const std::pair<std::vector<VARIANT>, const wchar_t*> cases[] = {
+        {{}, L"0|4|0|"},
+        {{missing, missing}, L"0|4|0|"},
+        {{byReference(missing), arg(9L)}, L"0|4|0|9"},
+        {{byReference(centre)}, L"0|4|2|"},
     };
-    for (const auto& [arguments, result] : cases) {
+    for (const auto& [optional, result] : cases) {
+        std::vector<VARIANT> arguments{arg(0L), arg(4L)};
+        arguments.insert(arguments.end(), optional.begin(), optional.end());
         EXPECT_EQ(textOf(call(texts(), L"StrAlinhar", arguments).result), result);
     }
     EXPECT_EQ(show(missing), L"missing");
     EXPECT_EQ(show(centre), L"int32 1");
 
     const auto pulsar = make<FakePulsar>();
-    const auto interval = [&](const std::vector<Variant>& arguments) {
-        const Called made =
-            callWith(static_cast<_Pulsar*>(pulsar.Get()), L"CreatePulsar", arguments);
-        return textOf(call(made.result.pdispVal, L"PulseInterval").result);
-    };
-    EXPECT_EQ(interval({}), L"60000");
-    EXPECT_EQ(interval({Variant::missing()}), L"60000");
-    EXPECT_EQ(interval({Variant(0L)}), L"0");
-    EXPECT_EQ(show(callWith(texts(), L"SoNumeros", {Variant(L"")}).result), L"False");
+    for (const auto& [arguments, interval] : std::vector<std::pair<std::vector<VARIANT>, LONG>>{
+             {{}, 60000}, {{missing}, 60000}, {{arg(0L)}, 0}}) {
+        call(static_cast<_Pulsar*>(pulsar.Get()), L"CreatePulsar", arguments);
+        EXPECT_EQ(pulsar->interval, interval);
+    }
 }
 
 // Calls with arguments by name, after `positional` ones.
@@ -354,17 +318,18 @@ TEST_F(AutomationDispatch, BindsArgumentsByName) {
         HRESULT outcome;
         const wchar_t* result;
     } cases[] = {
-        {{L"StrAlinhar", L"CARACTERPREENCHIMENTO", L"tamanho", L"str"},
+        {{L"CARACTERPREENCHIMENTO", L"tamanho", L"str"},
          {arg(7L), arg(8L), arg(9L)},
          {},
          S_OK,
          L"'9|8|0|7'"},
-        {{L"StrAlinhar", L"alinhar"}, {arg(2L)}, {arg(1L), arg(3L)}, S_OK, L"'1|3|2|'"},
-        {{L"StrAlinhar", L"alinhar"}, {arg(2L)}, {arg(1L)}, DISP_E_PARAMNOTOPTIONAL, L"Empty"},
-        {{L"StrAlinhar", L"str"}, {arg(2L)}, {arg(1L), arg(3L)}, DISP_E_PARAMNOTFOUND, L"Empty"},
-        {{L"StrAlinhar", L"nome"}, {arg(2L)}, {arg(1L), arg(3L)}, DISP_E_UNKNOWNNAME, L"Empty"},
+        {{L"alinhar"}, {arg(2L)}, {arg(1L), arg(3L)}, S_OK, L"'1|3|2|'"},
+        {{L"alinhar"}, {arg(2L)}, {arg(1L)}, DISP_E_PARAMNOTOPTIONAL, L"Empty"},
+        {{L"str"}, {arg(2L)}, {arg(1L), arg(3L)}, DISP_E_PARAMNOTFOUND, L"Empty"},
+        {{L"nome"}, {arg(2L)}, {arg(1L), arg(3L)}, DISP_E_UNKNOWNNAME, L"Empty"},
     };
-    for (const auto& [names, values, positional, outcome, result] : cases) {
+    for (auto [names, values, positional, outcome, result] : cases) {
+        names.insert(names.begin(), L"StrAlinhar");
         Variant returned;
         EXPECT_EQ(callNamed(texts(), names, values, positional, returned), outcome) << names[1];
         EXPECT_EQ(show(returned), result);
@@ -388,9 +353,7 @@ TEST_F(AutomationDispatch, WritesBackIntoScriptVariablesOfAnyType) {
     for (const auto& [before, after, untouched] : cases) {
         Variant changed = before;
         Variant kept = before;
-        const Called called =
-            call(texts(), L"procuraabrirfechar", {a, a, byReference(changed), byReference(kept)});
-        EXPECT_EQ(called.outcome, S_OK);
+        call(texts(), L"procuraabrirfechar", {a, a, byReference(changed), byReference(kept)});
         EXPECT_EQ(show(changed), after);
         EXPECT_EQ(show(kept).rfind(untouched, 0), 0u) << show(kept).c_str();
     }
@@ -402,12 +365,6 @@ TEST_F(AutomationDispatch, WritesBackThroughTypedReferences) {
     DOUBLE r8 = 6;
     BYTE byte = 255;  // 256 does not fit: it stays
     BSTR string = SysAllocString(L"7");
-    const auto reference = [](VARTYPE type, void* place) {
-        VARIANT v{};
-        v.vt = VT_BYREF | type;
-        v.byref = place;
-        return v;
-    };
     VARIANT inner = reference(VT_I4, &i4);
     for (const VARIANT& place :
          {reference(VT_I2, &i2), inner, byReference(inner), reference(VT_R8, &r8),
@@ -420,89 +377,59 @@ TEST_F(AutomationDispatch, WritesBackThroughTypedReferences) {
     EXPECT_EQ(r8, 7);
     EXPECT_EQ(byte, 255);
     EXPECT_EQ(Bstr::owning(string).view(), L"8");
-
-    LONG one = 1;
-    Variant two(L"2");
-    EXPECT_EQ(call(maths(), L"SwapLong", {reference(VT_I4, &one), byReference(two)}).outcome, S_OK);
-    EXPECT_EQ(one, 2);
-    EXPECT_EQ(show(two), L"int32 1");
-    EXPECT_EQ(call(maths(), L"SwapInt", {reference(VT_I4, &one), byReference(two)}).outcome, S_OK);
-    EXPECT_EQ(one, 1);
-    EXPECT_EQ(show(two), L"int16 2");
 }
 
 TEST_F(AutomationDispatch, HandsVariantsOverAsTheyAre) {
     Variant from(L"text");
     Variant to(3L);
     BSTR string = nullptr;
-    VARIANT typed{};
-    typed.vt = VT_BYREF | VT_BSTR;
-    typed.pbstrVal = &string;
     EXPECT_EQ(call(texts(), L"CopyStr", {from, byReference(to)}).outcome, S_OK);
     EXPECT_EQ(show(to), L"'text'");
-    EXPECT_EQ(call(texts(), L"CopyStr", {arg(12L), typed}).outcome, S_OK);
+    EXPECT_EQ(call(texts(), L"CopyStr", {arg(12L), reference(VT_BSTR, &string)}).outcome, S_OK);
     EXPECT_EQ(Bstr::owning(string).view(), L"12");
     EXPECT_EQ(call(texts(), L"CopyStr", {arg(texts()), byReference(to)}).outcome, S_OK);
     EXPECT_EQ(to.pdispVal, texts());
 }
 
 TEST_F(AutomationDispatch, ConvertsArraysAndCopiesThemBack) {
-    Variant variants = arrayOf({Variant(L"b"), Variant(1L), Variant(L"a")}, 3);
-    EXPECT_EQ(call(texts(), L"OrdenarArrayStr", {byReference(variants)}).outcome, S_OK);
-    EXPECT_EQ(showArray(variants.parray), L"3: '1' 'a' 'b'");
-
-    Variant empty;
-    EXPECT_EQ(call(texts(), L"OrdenarArrayStr", {byReference(empty)}).outcome, S_OK);
-    ASSERT_EQ(empty.vt, VT_ARRAY | VT_VARIANT);
-    EXPECT_EQ(showArray(empty.parray), L"0: 'new'");
-
-    Variant nothing = arrayOf({});
-    EXPECT_EQ(call(texts(), L"OrdenarArrayStr", {byReference(nothing)}).outcome, S_OK);
-    EXPECT_EQ(showArray(nothing.parray), L"0:");
-
-    // Typed arrays: the caller's own, and one of another type.
-    const auto sorted = [&](VARTYPE type, std::vector<LONG> values) {
-        SAFEARRAY* array = SafeArrayCreateVector(type, 1, static_cast<ULONG>(values.size()));
-        for (LONG i = 0; i < static_cast<LONG>(values.size()); ++i) {
-            LONG place = i + 1;
-            SafeArrayPutElement(array, &place, &values[i]);
-        }
-        VARIANT reference{};
-        reference.vt = static_cast<VARTYPE>(VT_BYREF | VT_ARRAY | type);
-        reference.pparray = &array;
-        EXPECT_EQ(call(maths(), L"OrdenarArrayINT", {reference}).outcome, S_OK);
-        const std::wstring shown = showArray(array);
-        SafeArrayDestroy(array);
-        return shown;
+    const struct {
+        IDispatch* object;
+        const wchar_t* member;
+        Variant before;
+        const wchar_t* after;
+    } cases[] = {
+        {texts(), L"OrdenarArrayStr", arrayOf({Variant(L"b"), Variant(1L), Variant(L"a")}, 3),
+         L"3: '1' 'a' 'b'"},
+        {texts(), L"OrdenarArrayStr", Variant(), L"0: ''"},
+        {texts(), L"OrdenarArrayStr", arrayOf({}), L"0:"},
+        {maths(), L"OrdenarArrayINT", arrayOf({Variant(2L), Variant(L"1")}), L"0: int16 1 int16 2"},
     };
-    EXPECT_EQ(sorted(VT_I2, {3, 1, 2}), L"1: int16 1 int16 2 int16 3");
-    EXPECT_EQ(sorted(VT_I4, {3, 1, 2}), L"1: int32 1 int32 2 int32 3");
-
-    // By value the caller's array stays as it was.
-    Variant numbers = arrayOf({Variant(2L), Variant(L"1")});
-    EXPECT_EQ(call(maths(), L"OrdenarArrayINT", {numbers}).outcome, S_OK);
-    EXPECT_EQ(showArray(numbers.parray), L"0: int32 2 '1'");
-    EXPECT_EQ(call(maths(), L"OrdenarArrayINT", {byReference(numbers)}).outcome, S_OK);
-    EXPECT_EQ(showArray(numbers.parray), L"0: int16 1 int16 2");
-    EXPECT_EQ(show(call(texts(), L"PreparaTextoComVars", {arg(0L), numbers}).result),
-              L"'0: int16 1 int16 2'");
-}
-
-TEST_F(AutomationDispatch, RefusesArraysThatDoNotFit) {
-    SAFEARRAYBOUND bounds[] = {{2, 0}, {2, 0}};
-    Variant square;
-    square.parray = SafeArrayCreate(VT_VARIANT, 2, bounds);
-    square.vt = VT_ARRAY | VT_VARIANT;
+    for (const auto& [object, member, before, after] : cases) {
+        Variant variable = before;
+        EXPECT_EQ(call(object, member, {byReference(variable)}).outcome, S_OK);
+        ASSERT_EQ(variable.vt, VT_ARRAY | VT_VARIANT);
+        EXPECT_EQ(showArray(variable.parray), after);
+    }
+    // By value, or refused, the caller's array stays as it was.
     Variant words = arrayOf({Variant(1L), Variant(L"one")});
-    Variant large = arrayOf({Variant(40000L)});
-    Variant number(1L);
-    EXPECT_EQ(call(texts(), L"OrdenarArrayStr", {byReference(square)}).outcome,
-              DISP_E_TYPEMISMATCH);
     EXPECT_EQ(call(maths(), L"OrdenarArrayINT", {byReference(words)}).outcome, DISP_E_TYPEMISMATCH);
-    EXPECT_EQ(call(maths(), L"OrdenarArrayINT", {byReference(large)}).outcome, DISP_E_OVERFLOW);
-    EXPECT_EQ(call(maths(), L"OrdenarArrayINT", {byReference(number)}).outcome,
-              DISP_E_TYPEMISMATCH);
     EXPECT_EQ(showArray(words.parray), L"0: int32 1 'one'");
+    const Variant numbers = arrayOf({Variant(2L), Variant(L"1")});
+    EXPECT_EQ(call(maths(), L"OrdenarArrayINT", {numbers}).outcome, S_OK);
+    EXPECT_EQ(show(call(texts(), L"PreparaTextoComVars", {arg(0L), numbers}).result),
+              L"'0: int32 2 '1''");
+
+    // Typed arrays: the member's own type, and another.
+    for (const VARTYPE type : {VT_I2, VT_I4}) {
+        SAFEARRAY* array = SafeArrayCreateVector(type, 1, 2);
+        LONG place = 1;
+        LONG two = 2;
+        SafeArrayPutElement(array, &place, &two);
+        EXPECT_EQ(call(maths(), L"OrdenarArrayINT", {reference(VT_ARRAY | type, &array)}).outcome,
+                  S_OK);
+        EXPECT_EQ(showArray(array), type == VT_I2 ? L"1: int16 0 int16 2" : L"1: int32 0 int32 2");
+        SafeArrayDestroy(array);
+    }
 }
 
 TEST_F(AutomationDispatch, TellsAssignmentOfValuesFromThatOfObjects) {
@@ -541,22 +468,21 @@ TEST_F(AutomationDispatch, TellsAssignmentOfValuesFromThatOfObjects) {
 
 TEST_F(AutomationDispatch, AnswersTheSpecialNumbers) {
     const auto collection = make<Collection>();
-    IDispatch* object = static_cast<_Collection*>(collection.Get());
-    callWith(object, L"Add", {Variant(L"first"), Variant(L"key")});
+    collection->entries().add(Variant(L"first"), L"key");
     Variant one(1L);
     Variant result;
     DISPPARAMS with{&one, nullptr, 1, 0};
     DISPPARAMS without{};
     const auto invoke = [&](DISPID id, DISPPARAMS& parameters, VARIANT* target) {
-        return object->Invoke(id, IID_NULL, 0, DISPATCH_METHOD | DISPATCH_PROPERTYGET, &parameters,
-                              target, nullptr, nullptr);
+        return static_cast<_Collection*>(collection.Get())
+            ->Invoke(id, IID_NULL, 0, DISPATCH_METHOD | DISPATCH_PROPERTYGET, &parameters, target,
+                     nullptr, nullptr);
     };
     EXPECT_EQ(invoke(DISPID_VALUE, with, &result), S_OK);
     EXPECT_EQ(show(result), L"'first'");
     EXPECT_EQ(invoke(DISPID_NEWENUM, without, result.put()), S_OK);
     EXPECT_EQ(result.vt, VT_UNKNOWN);
     EXPECT_EQ(invoke(DISPID_VALUE, with, nullptr), S_OK);
-    EXPECT_EQ(invoke(DISPID_VALUE, without, nullptr), DISP_E_PARAMNOTOPTIONAL);
     for (const DISPID unknown : {-1, -3, -5, 99, 0x10000, 0x7FFFFFFF}) {
         EXPECT_EQ(invoke(unknown, without, nullptr), DISP_E_MEMBERNOTFOUND) << unknown;
     }
@@ -583,7 +509,6 @@ TEST_F(AutomationDispatch, PassesErrorsOnWithNumberSourceAndDescription) {
         EXPECT_EQ(called.description, description);
         EXPECT_EQ(show(called.result), L"Empty");
     }
-    EXPECT_EQ(callWith(texts(), L"ProcTras", {Variant(), Variant(), Variant()}).error, E_NOTIMPL);
     // The caller need not ask for the details.
     Variant way(L"own");
     DISPPARAMS parameters{&way, nullptr, 1, 0};
@@ -594,30 +519,27 @@ TEST_F(AutomationDispatch, PassesErrorsOnWithNumberSourceAndDescription) {
 
 TEST_F(AutomationDispatch, ReadsTheDefaultMemberOfWhatAPropertyHolds) {
     const auto manager = make<FakeManager>();
-    IDispatch* object = static_cast<_RPManager*>(manager.Get());
-    callWith(static_cast<_Collection*>(manager->items.Get()), L"Add",
-             {Variant(L"value"), Variant(L"k")});
-    EXPECT_EQ(show(callWith(object, L"Items", {Variant(1L)}).result), L"'value'");
-    EXPECT_EQ(show(callWith(object, L"Items", {Variant(L"K")}).result), L"'value'");
-    const Called beyond = callWith(object, L"Items", {Variant(2L)});
-    EXPECT_EQ(beyond.outcome, DISP_E_EXCEPTION);
-    EXPECT_EQ(beyond.error, static_cast<HRESULT>(0x800A0009));
+    const auto item = [&](long place) {
+        return callWith(static_cast<_RPManager*>(manager.Get()), L"Items", {Variant(place)});
+    };
+    manager->items->entries().add(Variant(L"value"));
+    EXPECT_EQ(show(item(1).result), L"'value'");
+    EXPECT_EQ(item(2).error, static_cast<HRESULT>(0x800A0009));
     manager->items.Reset();
-    EXPECT_EQ(callWith(object, L"Items", {Variant(1L)}).outcome, DISP_E_BADPARAMCOUNT);
+    EXPECT_EQ(item(1).outcome, DISP_E_BADPARAMCOUNT);
 }
 
 TEST_F(AutomationDispatch, ShowsTheMembersOfAllInterfacesAtOnce) {
     const auto item = make<KVItem>();
     ComPtr<_IUPItem> identity;
     ASSERT_EQ(item.As(&identity), S_OK);
+    const Bstr group(L"ecrã");
     for (IDispatch* face : {static_cast<IDispatch*>(static_cast<_KVItem*>(item.Get())),
                             static_cast<IDispatch*>(identity.Get())}) {
-        const Bstr key(L"cor");
-        const Bstr group(L"ecrã");
-        EXPECT_EQ(call(face, L"KEY", {arg(key)}, DISPATCH_PROPERTYPUT).outcome, S_OK);
+        EXPECT_EQ(call(face, L"KEY", {arg(7L)}, DISPATCH_PROPERTYPUT).outcome, S_OK);
         EXPECT_EQ(call(face, L"group", {arg(group)}, DISPATCH_PROPERTYPUT).outcome, S_OK);
-        EXPECT_EQ(show(call(face, L"searchKey").result), L"'COR@ECRÃ'");
-        EXPECT_EQ(show(call(face, L"iD").result), L"'COR'");
+        EXPECT_EQ(show(call(face, L"searchKey").result), L"'7@ECRÃ'");
+        EXPECT_EQ(show(call(face, L"iD").result), L"'7'");
         EXPECT_EQ(call(face, L"SearchKeys").outcome, DISP_E_UNKNOWNNAME);
         EXPECT_EQ(call(face, L"").outcome, DISP_E_UNKNOWNNAME);
     }
@@ -648,36 +570,28 @@ TEST_F(AutomationDispatch, TakesObjectsAndNothingButNoOthers) {
 
 TEST_F(AutomationDispatch, SetsTheCallersObjectVariable) {
     const auto sys = make<SysUtil>();
-    IDispatch* object = static_cast<_SysUtil*>(sys.Get());
-    const auto collection = make<Collection>();
-    Variant variable(static_cast<_Collection*>(collection.Get()));
-    EXPECT_EQ(call(object, L"ClearCollection", {byReference(variable)}).outcome, S_OK);
-    EXPECT_EQ(show(variable), L"object");
-    EXPECT_EQ(call(object, L"ClearCollection", {variable, arg(true)}).outcome, S_OK);
-    EXPECT_EQ(show(variable), L"object");
-    EXPECT_EQ(call(object, L"ClearCollection", {byReference(variable), arg(true)}).outcome, S_OK);
-    EXPECT_EQ(show(variable), L"Nothing");
-
     IDispatch* typed = static_cast<_Collection*>(make<Collection>().Detach());
-    VARIANT reference{};
-    reference.vt = VT_BYREF | VT_DISPATCH;
-    reference.ppdispVal = &typed;
-    EXPECT_EQ(call(object, L"ClearCollection", {reference, arg(true)}).outcome, S_OK);
+    EXPECT_EQ(call(static_cast<_SysUtil*>(sys.Get()), L"ClearCollection",
+                   {reference(VT_DISPATCH, &typed), arg(true)})
+                  .outcome,
+              S_OK);
     EXPECT_EQ(typed, nullptr);
 
     const auto sections = make<FakeSections>();
-    sections->replacement = make<FakeSection>();
-    const auto first = make<FakeSection>();
-    Variant section(static_cast<_IUPSection*>(first.Get()));
-    object = static_cast<_UPSections*>(sections.Get());
-    EXPECT_EQ(call(object, L"Add", {byReference(section)}).outcome, S_OK);
-    EXPECT_EQ(section.pdispVal, static_cast<IDispatch*>(sections->replacement.Get()));
+    const auto replaced = [&](ComPtr<_IUPSection> by) {
+        Variant section(static_cast<_IUPSection*>(make<FakeSection>().Get()));
+        sections->replacement = by;
+        EXPECT_EQ(
+            call(static_cast<_UPSections*>(sections.Get()), L"Add", {byReference(section)}).outcome,
+            S_OK);
+        return section;
+    };
+    const ComPtr<_IUPSection> other = make<FakeSection>();
+    EXPECT_EQ(replaced(other).pdispVal, other.Get());
     // An object in the place of a section comes back as itself, not as what stands in for it.
-    sections->replacement.Reset();
-    ASSERT_EQ(queryOrAdapt<_IUPSection>(texts(), sections->replacement.GetAddressOf()), S_OK);
-    Variant none(static_cast<IDispatch*>(nullptr));
-    EXPECT_EQ(call(object, L"Add", {byReference(none)}).outcome, S_OK);
-    EXPECT_EQ(none.pdispVal, texts());
+    ComPtr<_IUPSection> standIn;
+    ASSERT_EQ(queryOrAdapt<_IUPSection>(texts(), standIn.GetAddressOf()), S_OK);
+    EXPECT_EQ(replaced(standIn).pdispVal, texts());
 }
 
 }  // namespace

@@ -13,17 +13,14 @@ Report
 WScript.Echo "forgotten_stop.vbs: passed"
 
 Sub Main()
-    EndsBy "last line"
-    EndsBy "error"
-    EndsBy "holding on"
-End Sub
-
-Sub EndsBy(ending)
-    Dim program
+    Dim program, ending
     program = files.GetParentFolderName(WScript.ScriptFullName) & "\parts\forgotten_stop.vbs"
-    shell.Run "cscript //nologo """ & program & """ """ & folder & """ """ & ending & """", 0, True
-    CheckSaved "shared.up2.xml", ending
-    CheckSaved "own.up2.xml", ending
+    For Each ending In Array("last line", "error", "holding on")
+        shell.Run "cscript //nologo """ & program & """ """ & folder & """ """ & ending & """", 0, _
+            True
+        CheckSaved "shared.up2.xml", ending
+        CheckSaved "own.up2.xml", ending
+    Next
 End Sub
 
 Sub CheckSaved(name, ending)

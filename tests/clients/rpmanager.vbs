@@ -12,86 +12,38 @@ WScript.Echo "rpmanager.vbs: passed"
 
 Sub Main()
     Dim preferences, again
-    BeforeLoading
     Set preferences = CreateObject("VelaUtil10.Preferences").MyPreferences
-    Start preferences
+    Start preferences, "ana"
     SaveParameters preferences
+    Start preferences, "rui"
+    Check "of another user", Loaded(preferences).Items.Count, 0
     preferences.StopUPM
     Set again = preferences.NewPreferences()
-    Start again
+    Start again, "ana"
     ReadParameters again
     again.StopUPM
-    Set again = preferences.NewPreferences()
-    Start again
-    Check "gone once cleared", Loaded(again).Items.Count, 0
-    ParametersInADocumentOfTheirOwn again
-    EachUserHasTheirOwn
-End Sub
-
-Sub BeforeLoading()
-    Dim parameters, number
-    Set parameters = CreateObject("VelaUtil10.RPManager")
-    Check "nothing yet", parameters.Items.Count, 0
-    Check "no item yet", parameters.GetItem("V1@Data@2", "monthly") Is Nothing, True
-    Check "no manager", parameters.Load(Nothing), False
-    On Error Resume Next
-    parameters.AddItem NewParameter("V1", "Data", 2, "")
-    number = Err.Number
-    On Error GoTo 0
-    Check "adding without a manager", number, 5
 End Sub
 
 Sub SaveParameters(preferences)
     Dim parameters, item
+    Check "no manager", CreateObject("VelaUtil10.RPManager").Load(Nothing), False
     Set parameters = Loaded(preferences)
     parameters.AddItem NewParameter("V1", "Data", 2, "01-01-2024")
-    parameters.AddItem NewParameter("V1", "Name", 0, "A*")
+    parameters.AddItem NewParameter("V1", "Name", -1, "A*")
     parameters.AddItem NewParameter("V1", "Data", 2, "31-12-2024")
-    Check "one replaced", parameters.Items.Count, 2
     Set item = parameters.GetItem("v1@data@2", "MONTHLY")
-    Check "the newer", item.Value, "31-12-2024"
-    Check "its identity", item.Id, "V1@Data@2"
     item.Id = "discarded"
-    Check "follows the fields", item.Id & " " & item.SearchKey, "V1@Data@2 V1@Data@2@MONTHLY"
-    Check "in a collection", parameters.Items("V1@Name@0@MONTHLY").Value, "A*"
+    Check "follows the fields", item.Id & " " & item.Value, "V1@Data@2 31-12-2024"
+    Check "in a collection", parameters.Items("V1@Name@-1@MONTHLY").Value, "A*"
     Check "registered", preferences.ActiveUPM.IsRegistered("RP"), True
 End Sub
 
 Sub ReadParameters(preferences)
-    Dim parameters, item, listing
-    Set parameters = Loaded(preferences)
-    For Each item In parameters.Items
+    Dim item, listing
+    For Each item In Loaded(preferences).Items
         listing = listing & item.View & "/" & item.Field & "/" & item.Mode & "/" & item.Value & ";"
     Next
-    Check "read back", listing, "V1/Name/0/A*;V1/Data/2/31-12-2024;"
-    parameters.Clear
-    Check "cleared", parameters.Items.Count, 0
-End Sub
-
-Sub ParametersInADocumentOfTheirOwn(preferences)
-    Dim parameters, source
-    Set parameters = CreateObject("VelaUtil10.RPManager")
-    source = files.BuildPath(folder, "reports.xml")
-    Check "Load", parameters.Load(preferences.ActiveUPM, source), True
-    parameters.AddItem NewParameter("V2", "Total", -1, "100")
-    preferences.StopUPM
-    Check "the document", files.FileExists(source), True
-    Check "a negative mode", parameters.Items(1).Id, "V2@Total@-1"
-End Sub
-
-Sub EachUserHasTheirOwn()
-    Dim preferences, parameters
-    Set preferences = CreateObject("VelaUtil10.Preferences").MyPreferences.NewPreferences()
-    Start preferences
-    Set parameters = Loaded(preferences)
-    parameters.AddItem NewParameter("V1", "Owner", 1, "ana")
-    preferences.StartUPM "sales", "rui"
-    Check "of another user", parameters.Items.Count, 0
-    parameters.AddItem NewParameter("V1", "Owner", 1, "rui")
-    preferences.StopUPM
-    Start preferences
-    Check "of the first", Loaded(preferences).GetItem("V1@Owner@1", "monthly").Value, "ana"
-    preferences.StopUPM
+    Check "read back", listing, "V1/Name/-1/A*;V1/Data/2/31-12-2024;"
 End Sub
 
 Function Loaded(preferences)
@@ -108,10 +60,10 @@ Function NewParameter(view, field, mode, value)
     NewParameter.Group = "monthly"
 End Function
 
-Sub Start(preferences)
+Sub Start(preferences, user)
     preferences.ActiveDataSources.LocalSource = files.BuildPath(folder, "my.up1.xml")
     preferences.ActiveDataSources.SharedSource = files.BuildPath(folder, "my.up2.xml")
-    preferences.StartUPM "sales", "ana"
+    preferences.StartUPM "sales", user
 End Sub
 
 Sub Check(what, given, wanted)

@@ -13,103 +13,62 @@ function Printer() {
     this.Orientation = 1;
     this.PaperBin = 3;
     this.PaperSize = 9;
-    this.calls = "";
-}
-Printer.prototype.SetPrinter = function (name) {
-    this.calls += "SetPrinter ";
-    this.DeviceName = name;
-    return true;
-};
-Printer.prototype.SetProperties = function (copies, orientation, bin, size) {
-    this.calls += "SetProperties ";
-    this.Copies = copies;
-    this.Orientation = orientation;
-    this.PaperBin = bin;
-    this.PaperSize = size;
-    return true;
-};
-
-function settings(printer) {
-    return [printer.DeviceName, printer.Copies, printer.Orientation, printer.PaperBin,
-            printer.PaperSize].join(" ");
+    this.SetPrinter = function (name) {
+        this.DeviceName = name;
+        return true;
+    };
+    this.SetProperties = function (copies, orientation, bin, size) {
+        this.set = [this.DeviceName, copies, orientation, bin, size].join(" ");
+        return true;
+    };
 }
 
 function start(preferences) {
     preferences.ActiveDataSources.LocalSource = files.BuildPath(folder, "my.up1.xml");
     preferences.ActiveDataSources.SharedSource = files.BuildPath(folder, "my.up2.xml");
     preferences.StartUPM("sales", "ana");
-    return preferences.Printers;
 }
 
-function keep(preferences, type, reference, name, copies) {
+function keep(preferences) {
     var section = preferences.ActiveUPM.PreferenceSections("PP");
     var item = section.CreateItem();
-    check("copies of a new item", item.Copies, 1);
-    check("direction of a new item", item.Orientation, 1);
-    item.PrinterName = name;
-    item.Copies = copies;
+    item.PrinterName = "Front Desk";
+    item.Copies = 3;
     item.Orientation = 2;
     item.PaperBin = 7;
     item.PaperSize = 11;
-    section.Items.Add(item, reference, "" + type);
+    section.Items.Add(item, "INVOICE", "1");
 }
 
-function use(printers, type, reference, copies, orientation, overide) {
-    var printer = new Printer();
-    var applied = printers.UsePrintingPreferences(type, reference, printer, copies, orientation,
-                                                  overide);
-    return applied + ": " + settings(printer) + ": " + printer.calls;
-}
-
-function main() {
-    var preferences = new ActiveXObject("VelaUtil10.Preferences").MyPreferences;
-    var printers = start(preferences);
-    keep(preferences, 1, "INVOICE", "Front Desk", 3);
-    keep(preferences, 2, "INVOICE", "Back Office", 1);
-    keep(preferences, 1, "LABEL", "", 4);
-    preferences.StopUPM();
-
-    // Its facades alone would not keep it running.
-    var again = preferences.NewPreferences();
-    printers = start(again);
-    check("copies", printers.GetCopies(1, "invoice"), 3);
-    check("of another type", printers.GetCopies(2, "invoice"), 1);
-    check("of none", printers.GetCopies(3, "invoice"), 0);
-    check("description", printers.GetPrinterDescription(1, "invoice"),
+function use(printers) {
+    check("a description", printers.GetPrinterDescription(1, "invoice"),
           "front desk (3 c\u00F3pias)");
-    check("of one copy", printers.GetPrinterDescription(2, "invoice"), "back office");
-    check("of none", printers.GetPrinterDescription(3, "invoice"), "");
-
-    var both = "SetPrinter SetProperties ";
-    check("kept", use(printers, 1, "invoice", 0, 0, false), "true: FRONT DESK 3 2 7 11: " + both);
-    check("kept, with defaults", use(printers, 1, "invoice", 8, 1, false),
-          "true: FRONT DESK 3 2 7 11: " + both);
-    check("defaults that win", use(printers, 1, "invoice", 8, 1, true),
-          "true: FRONT DESK 8 1 7 11: " + both);
-    check("one default that wins", use(printers, 1, "invoice", 8, 0, true),
-          "true: FRONT DESK 8 2 7 11: " + both);
-    check("no printer's name", use(printers, 1, "label", 0, 0, false),
-          "true: standard 4 2 7 11: SetProperties ");
-    check("nothing kept", use(printers, 3, "invoice", 0, 0, false),
-          "false: standard 5 1 3 9: SetProperties ");
-    check("nothing kept, with defaults", use(printers, 3, "invoice", 2, 2, false),
-          "false: standard 2 2 3 9: SetProperties ");
-    check("no printer", printers.UsePrintingPreferences(1, "invoice", null), false);
-
     var printer = new Printer();
     check("defaults left out", printers.UsePrintingPreferences(1, "invoice", printer), true);
-    check("what was set", settings(printer), "FRONT DESK 3 2 7 11");
-
+    check("what was set", printer.set, "FRONT DESK 3 2 7 11");
+    check("a default that wins",
+          printers.UsePrintingPreferences(1, "invoice", printer, 8, 0, true), true);
+    check("what was set", printer.set, "FRONT DESK 8 2 7 11");
     printer = new Printer();
+    check("nothing kept", printers.UsePrintingPreferences(3, "invoice", printer, 2), false);
+    check("what was set", printer.set, "standard 2 1 3 9");
+
+    check("no printer", printers.UsePrintingPreferences(1, "invoice", null), false);
+    check("an object that is no printer", printers.UsePrintingPreferences(1, "invoice", {}), false);
     printer.SetProperties = function () { throw new Error("out of paper"); };
     check("a printer that fails", printers.UsePrintingPreferences(1, "invoice", printer), false);
-    check("an object that is no printer", printers.UsePrintingPreferences(1, "invoice", {}), false);
-    again.StopUPM();
 }
 
 files.CreateFolder(folder);
 try {
-    main();
+    var preferences = new ActiveXObject("VelaUtil10.Preferences").MyPreferences;
+    start(preferences);
+    keep(preferences);
+    preferences.StopUPM();
+    var again = preferences.NewPreferences();
+    start(again);
+    use(again.Printers);
+    again.StopUPM();
 } catch (e) {
     failure = e.message;
 }

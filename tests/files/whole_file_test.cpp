@@ -60,21 +60,15 @@ TEST_F(FilesWholeFile, ALongerSiblingOfAKilledProcessLeavesNoRest) {
 }
 
 TEST_F(FilesWholeFile, RefusesWhatIsNoOrdinaryFile) {
-    struct {
-        const char* what;
-        DWORD attributes;
-    } const table[] = {{"read-only", FILE_ATTRIBUTE_READONLY},
-                       {"folder", FILE_ATTRIBUTE_DIRECTORY}};
-    for (const auto& row : table) {
-        SCOPED_TRACE(row.what);
-        const bool isFolder = row.attributes == FILE_ATTRIBUTE_DIRECTORY;
+    for (const DWORD kind : {FILE_ATTRIBUTE_READONLY, FILE_ATTRIBUTE_DIRECTORY}) {
+        const bool isFolder = kind == FILE_ATTRIBUTE_DIRECTORY;
         const std::wstring path = folder_.path(isFolder ? L"folder" : L"file");
         if (isFolder) CreateDirectoryW(path.c_str(), nullptr);
         else writeFile(path, "old");
-        if (!isFolder) SetFileAttributesW(path.c_str(), row.attributes);
+        if (!isFolder) SetFileAttributesW(path.c_str(), kind);
         EXPECT_NE(replace(path, "new"), DWORD{ERROR_SUCCESS});
         EXPECT_FALSE(deleteFile(path));
-        EXPECT_EQ(GetFileAttributesW(path.c_str()) & row.attributes, row.attributes);
+        EXPECT_EQ(GetFileAttributesW(path.c_str()) & kind, kind);
         EXPECT_EQ(readFile(path), isFolder ? "" : "old");
         SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL);
     }

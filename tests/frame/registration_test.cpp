@@ -112,32 +112,32 @@ class FrameRegistration : public testing::Test {
     const test::Module module_{test::modulePath()};
 };
 
-TEST_F(FrameRegistration, WritesForTheMachineAndTakesEverythingAway) {
-    for (int round = 0; round < 2; ++round) {  // registering again is no different
-        EXPECT_EQ(module_.call("DllRegisterServer"), S_OK);
-        expectClassesIn(HKEY_LOCAL_MACHINE);
+TEST_F(FrameRegistration, WritesWhereToldAndTakesEverythingAway) {
+    const auto machine = [&] { return module_.call("DllRegisterServer"); };
+    const auto noMachine = [&] { return module_.call("DllUnregisterServer"); };
+    const struct {
+        std::function<HRESULT()> on;
+        std::function<HRESULT()> off;
+        HKEY root;
+        HKEY other;
+    } cases[] = {
+        {machine, noMachine, HKEY_LOCAL_MACHINE, HKEY_CURRENT_USER},
+        {[&] { return install(TRUE, L"User"); }, [&] { return install(FALSE, L"user"); },
+         HKEY_CURRENT_USER, HKEY_LOCAL_MACHINE},
+        {[&] { return install(TRUE, nullptr); }, [&] { return install(FALSE, L""); },
+         HKEY_LOCAL_MACHINE, HKEY_CURRENT_USER},
+    };
+    for (const auto& [on, off, root, other] : cases) {
+        for (int round = 0; round < 2; ++round) {  // registering again is no different
+            EXPECT_EQ(on(), S_OK);
+            expectClassesIn(root);
+            EXPECT_EQ(present(other), Keys{});
+        }
+        for (int round = 0; round < 2; ++round) {
+            EXPECT_EQ(off(), S_OK);
+            EXPECT_EQ(present(root), Keys{});
+        }
     }
-    EXPECT_EQ(present(HKEY_CURRENT_USER), Keys{});
-    for (int round = 0; round < 2; ++round) {
-        EXPECT_EQ(module_.call("DllUnregisterServer"), S_OK);
-        EXPECT_EQ(present(HKEY_LOCAL_MACHINE), Keys{});
-    }
-}
-
-TEST_F(FrameRegistration, WritesForTheUserAloneWhenAsked) {
-    EXPECT_EQ(install(TRUE, L"User"), S_OK);
-    expectClassesIn(HKEY_CURRENT_USER);
-    EXPECT_EQ(present(HKEY_LOCAL_MACHINE), Keys{});
-    EXPECT_EQ(install(FALSE, L"user"), S_OK);
-    EXPECT_EQ(present(HKEY_CURRENT_USER), Keys{});
-}
-
-TEST_F(FrameRegistration, InstallsForTheMachineWithoutAScope) {
-    EXPECT_EQ(install(TRUE, nullptr), S_OK);
-    EXPECT_EQ(present(HKEY_CURRENT_USER), Keys{});
-    expectClassesIn(HKEY_LOCAL_MACHINE);
-    EXPECT_EQ(install(FALSE, L""), S_OK);
-    EXPECT_EQ(present(HKEY_LOCAL_MACHINE), Keys{});
 }
 
 }  // namespace

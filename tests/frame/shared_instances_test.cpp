@@ -85,12 +85,15 @@ TEST_F(FrameSharedInstances, LetTheModuleGoWhenCallersHoldNothing) {
         EXPECT_EQ(canUnload(), S_OK);
         EXPECT_TRUE(textOf(module.create<_MyUtil>().Get()));  // and can be used again
 
+        // Neither while a class factory is held, nor while one has locked the server.
         ComPtr<IClassFactory> factory;
-        ASSERT_EQ(module.classObject(ClassOf<_MyUtil>::id(), factory), S_OK);
-        EXPECT_EQ(factory->LockServer(TRUE), S_OK);
-        EXPECT_EQ(canUnload(), S_FALSE);
-        EXPECT_EQ(factory->LockServer(FALSE), S_OK);
-        EXPECT_EQ(canUnload(), S_OK);
+        for (const BOOL locked : {TRUE, FALSE}) {
+            ASSERT_EQ(module.classObject(ClassOf<_MyUtil>::id(), factory), S_OK);
+            EXPECT_EQ(factory->LockServer(locked), S_OK);
+            EXPECT_EQ(canUnload(), S_FALSE);
+            factory.Reset();
+            EXPECT_EQ(canUnload(), locked ? S_FALSE : S_OK);
+        }
     });
     EXPECT_EQ(canUnload(), S_OK);
 }

@@ -1,4 +1,3 @@
-#include "preferences/KVItem.h"
 #include "preferences/UPSections.h"
 #include "preferences/preferences_support.h"
 
@@ -10,70 +9,54 @@ constexpr HRESULT kMismatch = static_cast<HRESULT>(0x800A0000 | 13);
 
 class PreferencesCollections : public NoObjectsLeft {
   protected:
-    static bool saved(_IUPSection* section) {
-        VARIANT_BOOL saved = VARIANT_FALSE;
-        EXPECT_EQ(section->get_Saved(&saved), S_OK);
-        return isTrue(saved);
+    static bool saved(const ComPtr<_IUPSection>& section) {
+        return yes(section.Get(), &_IUPSection::get_Saved);
     }
-    static ComPtr<IDispatch> find(_IUPSection* section, const wchar_t* id, const wchar_t* group) {
-        ComPtr<IDispatch> found;
-        EXPECT_EQ(itemsOf(section)->get_Item(Bstr(id).get(), Bstr(group).get(), &found), S_OK);
-        return found;
-    }
-    static ComPtr<_IUPSection> at(_UPSections* sections, const Variant& index) {
-        ComPtr<_IUPSection> found;
-        EXPECT_EQ(sections->get_section(index, &found), S_OK);
-        return found;
-    }
-    static void add(_UPSections* sections, ComPtr<_IUPSection> section) {
-        EXPECT_EQ(sections->Add(section.GetAddressOf()), S_OK);
-    }
-    static short countOf(_UPSections* sections) {
-        short count = -1;
-        EXPECT_EQ(sections->get_Count(&count), S_OK);
-        return count;
+    static bool has(const ComPtr<_IUPSection>& section, const wchar_t* id, const wchar_t* group) {
+        return got<ComPtr<IDispatch>>(itemsOf(section.Get()).Get(), &_UPItems::get_Item,
+                                      Bstr(id).get(), Bstr(group).get()) != nullptr;
     }
 };
 
-TEST_F(PreferencesCollections, FindsItemsTrimmedInAnyCase) {
+TEST_F(PreferencesCollections, FindItemsTrimmedInAnyCase) {
     const auto section = sectionWith(kUISection, L"MAIN", L"FORMS");
-    EXPECT_TRUE(find(section.Get(), L" main ", L"  Forms"));
-    EXPECT_FALSE(find(section.Get(), L"main\t", L"forms"));
-    EXPECT_FALSE(find(section.Get(), L"main", L""));
-    EXPECT_FALSE(find(section.Get(), L"", L""));
+    EXPECT_TRUE(has(section, L" main ", L"  Forms"));
+    EXPECT_FALSE(has(section, L"main\t", L"forms"));
+    EXPECT_FALSE(has(section, L"main", L""));
 }
 
 TEST_F(PreferencesCollections, AnAddedItemReplacesAndGoesToTheEnd) {
     const auto section = sectionWith(kKVSection, L"a", L"g", {{L"Value", L"1"}});
     EXPECT_EQ(addItem(section.Get(), L"b", L"g", {{L"Value", L"2"}}), S_OK);
     EXPECT_EQ(addItem(section.Get(), L"A", L"G", {{L"Value", L"3"}}), S_OK);
-    EXPECT_EQ(contents(section.Get()), (Lines{L"B@G=2", L"A@G=3"}));
+    EXPECT_EQ(contents(section.Get()), L"B@G=2 A@G=3 ");
     // Without arguments the item's own identity stands.
-    EXPECT_EQ(
-        addItem(section.Get(), L"", L"", {{L"Key", L"b"}, {L"Group", L"g"}, {L"Value", L"4"}}),
-        S_OK);
-    EXPECT_EQ(contents(section.Get()), (Lines{L"A@G=3", L"B@G=4"}));
+    const Fields own{{L"Key", L"b"}, {L"Group", L"g"}, {L"Value", L"4"}};
+    EXPECT_EQ(addItem(section.Get(), L"", L"", own), S_OK);
+    EXPECT_EQ(contents(section.Get()), L"A@G=3 B@G=4 ");
 }
 
 TEST_F(PreferencesCollections, AKeyWithBlanksIsNotFoundAndCollides) {
     const auto section = sectionWith(kUISection, L"a ", L"G", {{L"Tag", L"first"}});
-    EXPECT_FALSE(find(section.Get(), L"a ", L"G"));
+    EXPECT_FALSE(has(section, L"a ", L"G"));
     section->put_Saved(VARIANT_TRUE);
     EXPECT_EQ(addItem(section.Get(), L"A ", L"g", {{L"Tag", L"second"}}), kTaken);
-    EXPECT_EQ(contents(section.Get(), {L"Tag"}), Lines{L"a @G=first"});
-    EXPECT_TRUE(saved(section.Get()));
+    EXPECT_EQ(contents(section.Get(), L"Tag"), L"a @G=first ");
+    EXPECT_TRUE(saved(section));
 }
 
 TEST_F(PreferencesCollections, OnlyAddAndRemoveMarkTheSection) {
-    const auto section = sectionWith(kKVSection, L"a", L"g");
-    EXPECT_FALSE(saved(section.Get()));
+    auto section = sectionWith(kKVSection, L"a", L"g");
+    EXPECT_FALSE(saved(section));
     const auto items = itemsOf(section.Get());
     section->put_Saved(VARIANT_TRUE);
     EXPECT_EQ(items->Clear(), S_OK);
-    EXPECT_TRUE(saved(section.Get()));
-    EXPECT_EQ(contents(section.Get()), Lines{});
+    EXPECT_TRUE(saved(section));
+    EXPECT_EQ(contents(section.Get()), L"");
     EXPECT_EQ(items->Remove(Bstr(L"none").get(), nullptr), S_OK);
-    EXPECT_FALSE(saved(section.Get()));
+    EXPECT_FALSE(saved(section));
+    section.Reset();  // which its items may outlive
+    EXPECT_EQ(items->Remove(Bstr(L"a").get(), Bstr(L"g").get()), S_OK);
 }
 
 TEST_F(PreferencesCollections, RefuseWhatIsNoItem) {
@@ -83,18 +66,10 @@ TEST_F(PreferencesCollections, RefuseWhatIsNoItem) {
     EXPECT_EQ(items->Add(nothing.GetAddressOf(), nullptr, nullptr), kMismatch);
     EXPECT_TRUE(FAILED(items->Add(noItem.GetAddressOf(), Bstr(L"a").get(), nullptr)));
     // A script's object that has the members is an item.
-    auto script = asObject(scriptObject({{L"Id", Variant(std::wstring_view(L"x"))},
-                                         {L"Group", Variant(std::wstring_view(L""))},
-                                         {L"SearchKey", Variant(std::wstring_view(L"x@G"))}}));
+    auto script = asObject(
+        scriptObject({{L"Id", str(L"x")}, {L"Group", str(L"")}, {L"SearchKey", str(L"x@G")}}));
     EXPECT_EQ(items->Add(script.GetAddressOf(), nullptr, Bstr(L"G").get()), S_OK);
     EXPECT_EQ(items->find(L"x", L"g").Get(), script.Get());
-}
-
-TEST_F(PreferencesCollections, ItemsMayOutliveTheirSection) {
-    auto section = sectionWith(kKVSection, L"a", L"g");
-    const auto items = itemsOf(section.Get());
-    section.Reset();
-    EXPECT_EQ(items->Remove(Bstr(L"a").get(), Bstr(L"g").get()), S_OK);
 }
 
 TEST_F(PreferencesCollections, SectionsAreTheirConstants) {
@@ -117,38 +92,39 @@ TEST_F(PreferencesCollections, SectionsAreTheirConstants) {
         EXPECT_EQ(textProperty(section.Get(), &_IUPSection::get_Id), row.id);
         EXPECT_EQ(textProperty(section.Get(), &_IUPSection::get_Description), row.description);
         EXPECT_EQ(textProperty(section.Get(), &_IUPSection::get_Properties), row.properties);
-        EXPECT_TRUE(saved(section.Get()));
-        EXPECT_EQ(contents(section.Get()), Lines{});
+        EXPECT_TRUE(saved(section));
         EXPECT_EQ(itemsOf(section.Get()).Get(), itemsOf(section.Get()).Get());
-        ComPtr<IDispatch> item;
-        ASSERT_EQ(section->CreateItem(&item), S_OK);
+        const auto item = got<ComPtr<IDispatch>>(section.Get(), &_IUPSection::CreateItem);
         EXPECT_EQ(shown(item.Get(), row.lastField), L"");
     }
 }
 
 TEST_F(PreferencesCollections, SectionsAreFoundByIdThenByPosition) {
     const auto sections = make<UPSections>();
-    const auto values = makeSection(kKVSection), paths = makeSection(kDPSection);
-    add(sections.Get(), values);
-    add(sections.Get(), paths);
-    EXPECT_EQ(at(sections.Get(), Variant(std::wstring_view(L" kv "))).Get(), values.Get());
-    EXPECT_EQ(at(sections.Get(), Variant(2L)).Get(), paths.Get());
-    for (long position : {0L, -1L, 3L}) EXPECT_FALSE(at(sections.Get(), Variant(position)));
-    EXPECT_FALSE(at(sections.Get(), Variant(std::wstring_view(L"UI"))));
-    EXPECT_FALSE(at(sections.Get(), Variant()));
-    EXPECT_FALSE(at(sections.Get(), Variant(asObject(values).Get())));
-
-    const auto newer = makeSection(kKVSection);
-    add(sections.Get(), newer);
-    EXPECT_EQ(countOf(sections.Get()), 2);
-    EXPECT_EQ(at(sections.Get(), Variant(1L)).Get(), paths.Get());
-    EXPECT_EQ(at(sections.Get(), Variant(2L)).Get(), newer.Get());
-    ComPtr<_IUPSection> nothing;
-    EXPECT_EQ(sections->Add(nothing.GetAddressOf()), S_OK);
-    EXPECT_EQ(sections->Remove(Variant(std::wstring_view(L"none"))), S_OK);
+    const auto add = [&](ComPtr<_IUPSection> section) {
+        EXPECT_EQ(sections->Add(section.GetAddressOf()), S_OK);
+    };
+    const auto at = [&](const Variant& index) {
+        return got<ComPtr<_IUPSection>>(sections.Get(), &_UPSections::get_section, index);
+    };
+    const auto values = makeSection(kKVSection), paths = makeSection(kDPSection),
+               newer = makeSection(kKVSection);
+    add(values);
+    add(paths);
+    EXPECT_EQ(at(str(L" kv ")).Get(), values.Get());
+    EXPECT_EQ(at(Variant(2L)).Get(), paths.Get());
+    for (const Variant& index : {Variant(0L), Variant(-1L), Variant(3L), str(L"UI"), Variant(),
+                                 Variant(asObject(values).Get())}) {
+        EXPECT_FALSE(at(index)) << index.vt;
+    }
+    add(newer);
+    add(nullptr);
+    EXPECT_EQ(got<short>(sections.Get(), &_UPSections::get_Count), 2);
+    EXPECT_EQ(at(Variant(2L)).Get(), newer.Get());
+    EXPECT_EQ(sections->Remove(str(L"none")), S_OK);
     EXPECT_EQ(sections->Remove(Variant(1L)), S_OK);
-    EXPECT_EQ(countOf(sections.Get()), 1);
-    EXPECT_EQ(at(sections.Get(), Variant(1L)).Get(), newer.Get());
+    EXPECT_EQ(got<short>(sections.Get(), &_UPSections::get_Count), 1);
+    EXPECT_EQ(at(Variant(1L)).Get(), newer.Get());
 }
 
 class ForeignSection final : public SectionMembers<ForeignSection, _IUPSection> {
@@ -157,10 +133,10 @@ class ForeignSection final : public SectionMembers<ForeignSection, _IUPSection> 
 
 TEST_F(PreferencesCollections, ASectionOfTheCallersOwnIsMarkedAndReleased) {
     const auto sections = make<UPSections>();
-    const ComPtr<_IUPSection> section = make<ForeignSection>(kKVSection);
-    add(sections.Get(), section);
+    ComPtr<_IUPSection> section = make<ForeignSection>(kKVSection);
+    EXPECT_EQ(sections->Add(section.GetAddressOf()), S_OK);
     EXPECT_EQ(addItem(section.Get(), L"a", L"g"), S_OK);
-    EXPECT_FALSE(saved(section.Get()));
+    EXPECT_FALSE(saved(section));
 }
 
 }  // namespace

@@ -11,8 +11,8 @@ class PreferencesFacades : public NoObjectsLeft {
   protected:
     void SetUp() override {
         context_ = std::make_shared<UPContext>();
-        context_->manager()->dataSources()->put_LocalSource(Variant(folder_.path(L"a.up1.xml")));
-        context_->manager()->dataSources()->put_SharedSource(Variant(folder_.path(L"a.up2.xml")));
+        context_->manager()->dataSources()->put_LocalSource(str(folder_.path(L"a.up1.xml")));
+        context_->manager()->dataSources()->put_SharedSource(str(folder_.path(L"a.up2.xml")));
         context_->start(L"sales", L"ana");
         values_->setContext(context_);
         windows_->setContext(context_);
@@ -42,49 +42,39 @@ class PreferencesFacades : public NoObjectsLeft {
 };
 
 TEST_F(PreferencesFacades, ValuesAreKeptByTrimmedKeyAndAsTheyAre) {
-    const auto value = [&](const wchar_t* key, const wchar_t* other) {
-        Bstr result;
-        EXPECT_EQ(
-            values_->GetValue(Bstr(key).get(), Bstr(L"g").get(), Bstr(other).get(), result.put()),
-            S_OK);
-        return result.str();
+    const auto value = [&](const wchar_t* key) {
+        return Bstr::owning(got<BSTR>(values_.Get(), &_UPValueUtil::GetValue, Bstr(key).get(),
+                                      Bstr(L"g").get(), Bstr(L"other").get()))
+            .str();
     };
     for (const wchar_t* text : {L"first", L" v é "}) {
-        EXPECT_EQ(values_->SaveValue(Bstr(L" key ").get(), Bstr(L"G ").get(), Bstr(text).get()),
-                  S_OK);
+        values_->SaveValue(Bstr(L" key ").get(), Bstr(L"G ").get(), Bstr(text).get());
     }
     restart();
-    EXPECT_EQ(value(L"KEY", L"other"), L" v é ");
-    EXPECT_EQ(value(L"none", L"other"), L"other");
-    EXPECT_EQ(contents(section(L"KV").Get()), Lines{L"KEY@G= v é "});
+    EXPECT_EQ(value(L"KEY"), L" v é ");
+    EXPECT_EQ(value(L"none"), L"other");
+    EXPECT_EQ(contents(section(L"KV").Get()), L"KEY@G= v é  ");
 }
 
 TEST_F(PreferencesFacades, DefaultPathsComeBackThroughReferences) {
     const auto object = asObject(values_);
     const Bstr reference(L"inv"), group(L"ex"), none(L"none"), path(L"C:\\x\\"), file(L"f");
-    EXPECT_EQ(
-        call(object.Get(), L"SaveDefaultPath", {arg(reference), arg(group), arg(path), arg(file)})
-            .outcome,
-        S_OK);
+    call(object.Get(), L"SaveDefaultPath", {arg(reference), arg(group), arg(path), arg(file)});
     restart();
     Variant read[3]{Variant(1L), Variant(2L), Variant(3L)};
     const auto load = [&](const Bstr& id) {
-        return textOf(call(object.Get(), L"LoadDefaultPath",
-                           {arg(id), arg(group), byReference(read[0]), byReference(read[1]),
-                            byReference(read[2])})
-                          .result);
+        const auto found = call(object.Get(), L"LoadDefaultPath",
+                                {arg(id), arg(group), byReference(read[0]), byReference(read[1]),
+                                 byReference(read[2])});
+        return textOf(found.result) + L" " + textOf(read[0]) + L"|" + textOf(read[1]) + L"|" +
+               textOf(read[2]);
     };
-    EXPECT_EQ(load(none), L"False");
-    EXPECT_EQ(textOf(read[0]) + textOf(read[1]) + textOf(read[2]), L"123");
-    EXPECT_EQ(load(reference), L"True");
-    EXPECT_EQ(textOf(read[0]) + L"|" + textOf(read[1]) + L"|" + textOf(read[2]), L"C:\\x\\|f|");
+    EXPECT_EQ(load(none), L"False 1|2|3");
+    EXPECT_EQ(load(reference), L"True C:\\x\\|f|");
 }
 
-// ---- windows
-// -------------------------------------------------------------------------------------
-
 ComPtr<ScriptObject> form(long left, long top, long width, long height, long state = 0) {
-    return scriptObject({{L"Name", Variant(std::wstring_view(L"Main"))},
+    return scriptObject({{L"Name", str(L"Main")},
                          {L"Visible", Variant(-1L)},
                          {L"Left", Variant(left)},
                          {L"Top", Variant(top)},
@@ -101,9 +91,8 @@ class PreferencesWindows : public PreferencesFacades {
     }
     bool load(const ComPtr<ScriptObject>& window, const wchar_t* id = L"") {
         IDispatch* object = window.Get();
-        VARIANT_BOOL found = VARIANT_TRUE;
-        EXPECT_EQ(windows_->LoadWindowPos(&object, Bstr(id).get(), Bstr(L"g").get(), &found), S_OK);
-        return isTrue(found);
+        return yes(windows_.Get(), &_UPWindowUtil::LoadWindowPos, &object, Bstr(id).get(),
+                   Bstr(L"g").get());
     }
     static std::wstring place(const ComPtr<ScriptObject>& window) {
         std::wstring result;
@@ -129,6 +118,11 @@ TEST_F(PreferencesWindows, ComeBackUnderTheirNameOrId) {
     // A window can be moved only while it is normal.
     EXPECT_EQ(window->sets.front(), L"WindowState");
     EXPECT_EQ(window->sets.back(), L"WindowState");
+
+    const auto stubborn = form(7, 7, 7, 7, 1);
+    stubborn->refused = {L"WindowState", L"Width", L"Height"};
+    EXPECT_TRUE(load(stubborn));
+    EXPECT_EQ(place(stubborn), L"300 450 7 7 1 ");
 }
 
 TEST_F(PreferencesWindows, OnlyAVisibleAndNormalWindowHasAPlace) {
@@ -142,16 +136,8 @@ TEST_F(PreferencesWindows, OnlyAVisibleAndNormalWindowHasAPlace) {
     save(form(-60, -60, 99999, 99999, 2));
     EXPECT_TRUE(load(window));
     EXPECT_EQ(place(window), L"300 450 3000 1500 2 ");
-    save(scriptObject({{L"Name", Variant(std::wstring_view(L"x"))}}));  // cannot be asked
+    save(scriptObject({{L"Name", str(L"x")}}));  // cannot be asked
     EXPECT_FALSE(load(window, L"x"));
-}
-
-TEST_F(PreferencesWindows, MayRefuseToBeSet) {
-    save(form(300, 450, 3000, 1500));
-    const auto window = form(7, 7, 7, 7, 1);
-    window->refused = {L"WindowState", L"Width", L"Height"};
-    EXPECT_TRUE(load(window));
-    EXPECT_EQ(place(window), L"300 450 7 7 1 ");
 }
 
 TEST_F(PreferencesWindows, AreBroughtIntoView) {
@@ -176,23 +162,16 @@ TEST_F(PreferencesWindows, AreBroughtIntoView) {
     }
 }
 
-// ---- printers
-// ------------------------------------------------------------------------------------
-
 // Notes how it is set up.
 class FakePrinter final : public Object<FakePrinter, Unbuilt<_ISetPrinter>> {
   public:
-    HRESULT STDMETHODCALLTYPE get_Copies(SHORT* result) override { return give(result, SHORT{4}); }
-    HRESULT STDMETHODCALLTYPE get_Orientation(PrinterOrientation* result) override {
-        return give(result, Landscape);
+    HRESULT STDMETHODCALLTYPE get_Copies(SHORT* value) override { return give(value, SHORT{4}); }
+    HRESULT STDMETHODCALLTYPE get_PaperBin(SHORT* value) override { return give(value, SHORT{5}); }
+    HRESULT STDMETHODCALLTYPE get_PaperSize(SHORT* value) override { return give(value, SHORT{6}); }
+    HRESULT STDMETHODCALLTYPE get_DeviceName(BSTR* value) override { return give(value, L"own"); }
+    HRESULT STDMETHODCALLTYPE get_Orientation(PrinterOrientation* value) override {
+        return give(value, Landscape);
     }
-    HRESULT STDMETHODCALLTYPE get_PaperBin(SHORT* result) override {
-        return give(result, SHORT{5});
-    }
-    HRESULT STDMETHODCALLTYPE get_PaperSize(SHORT* result) override {
-        return give(result, SHORT{6});
-    }
-    HRESULT STDMETHODCALLTYPE get_DeviceName(BSTR* result) override { return give(result, L"own"); }
     HRESULT STDMETHODCALLTYPE SetPrinter(BSTR name, VARIANT_BOOL* result) override {
         done += std::wstring(text(name)) + L":";
         return answer(result, [] { return true; });
@@ -239,18 +218,15 @@ TEST_F(PreferencesPrinters, AStoredChoiceIsAppliedElseTheDefaults) {
     for (auto row : table) {
         const auto printer = make<FakePrinter>();
         _ISetPrinter* target = printer.Get();
-        VARIANT_BOOL wins = row.wins ? VARIANT_TRUE : VARIANT_FALSE, found = VARIANT_FALSE;
-        EXPECT_EQ(printers_->UsePrintingPreferences(row.type, Bstr(row.reference).get(), &target,
-                                                    &row.copies, &row.orientation, &wins, &found),
-                  S_OK);
-        EXPECT_EQ(isTrue(found), row.found) << row.reference;
+        VARIANT_BOOL wins = row.wins ? VARIANT_TRUE : VARIANT_FALSE;
+        EXPECT_EQ(yes(printers_.Get(), &_UPPrinterUtil::UsePrintingPreferences, row.type,
+                      Bstr(row.reference).get(), &target, &row.copies, &row.orientation, &wins),
+                  row.found)
+            << row.reference;
         EXPECT_EQ(printer->done, row.done) << row.reference;
     }
-    VARIANT_BOOL found = VARIANT_TRUE;
-    EXPECT_EQ(printers_->UsePrintingPreferences(2, Bstr(L"invoice").get(), nullptr, nullptr,
-                                                nullptr, nullptr, &found),
-              S_OK);
-    EXPECT_FALSE(isTrue(found));
+    EXPECT_FALSE(yes(printers_.Get(), &_UPPrinterUtil::UsePrintingPreferences, 2,
+                     Bstr(L"invoice").get(), nullptr, nullptr, nullptr, nullptr));
 }
 
 TEST_F(PreferencesPrinters, AreDescribedInWords) {
@@ -265,14 +241,15 @@ TEST_F(PreferencesPrinters, AreDescribedInWords) {
     restart();
     const auto expectAll = [&](bool started) {
         for (const auto& row : table) {
-            SHORT copies = -1;
-            Bstr description;
-            EXPECT_EQ(printers_->GetCopies(row.type, Bstr(row.reference).get(), &copies), S_OK);
-            EXPECT_EQ(printers_->GetPrinterDescription(row.type, Bstr(row.reference).get(),
-                                                       description.put()),
-                      S_OK);
-            EXPECT_EQ(copies, started ? row.copies : 0);
-            EXPECT_EQ(description.str(), started ? row.description : L"");
+            const Bstr reference(row.reference);
+            EXPECT_EQ(
+                got<SHORT>(printers_.Get(), &_UPPrinterUtil::GetCopies, row.type, reference.get()),
+                started ? row.copies : 0);
+            EXPECT_EQ(
+                Bstr::owning(got<BSTR>(printers_.Get(), &_UPPrinterUtil::GetPrinterDescription,
+                                       row.type, reference.get()))
+                    .str(),
+                started ? row.description : L"");
         }
     };
     expectAll(true);
@@ -280,16 +257,11 @@ TEST_F(PreferencesPrinters, AreDescribedInWords) {
     expectAll(false);
 }
 
-// ---- report parameters
-// ---------------------------------------------------------------------------
-
 class PreferencesReports : public PreferencesFacades {
   protected:
     bool load(RPManager* reports, VARIANT* source = nullptr) {
         _UPManager* manager = context_->manager().Get();
-        VARIANT_BOOL done = VARIANT_FALSE;
-        EXPECT_EQ(reports->Load(&manager, source, &done), S_OK);
-        return isTrue(done);
+        return yes(reports, &_RPManager::Load, &manager, source);
     }
     static void add(RPManager* reports, const wchar_t* view, const wchar_t* value) {
         const ComPtr<_RPItem> item = make<RPItem>();
@@ -299,16 +271,13 @@ class PreferencesReports : public PreferencesFacades {
         EXPECT_EQ(reports->AddItem(item.Get()), S_OK);
     }
     static std::wstring value(RPManager* reports, const wchar_t* id) {
-        ComPtr<_RPItem> item;
-        EXPECT_EQ(reports->GetItem(Bstr(id).get(), Bstr(L"G").get(), &item), S_OK);
+        const auto item =
+            got<ComPtr<_RPItem>>(reports, &_RPManager::GetItem, Bstr(id).get(), Bstr(L"G").get());
         return item ? textProperty(item.Get(), &_RPItem::get_Value) : L"none";
     }
     static long count(RPManager* reports) {
-        ComPtr<_Collection> items;
-        long count = -1;
-        EXPECT_EQ(reports->get_Items(&items), S_OK);
-        EXPECT_EQ(items->get_Count(&count), S_OK);
-        return count;
+        const auto items = got<ComPtr<_Collection>>(reports, &_RPManager::get_Items);
+        return got<long>(items.Get(), &_Collection::get_Count);
     }
 };
 
@@ -326,11 +295,6 @@ TEST_F(PreferencesReports, AreKeptLikeTheOtherSections) {
     const auto again = make<RPManager>();
     EXPECT_TRUE(load(again.Get()));
     EXPECT_EQ(value(again.Get(), L"v@@0"), L"2");
-    ComPtr<_Collection> items;
-    Variant first, index(1L);
-    EXPECT_EQ(again->get_Items(&items), S_OK);
-    EXPECT_EQ(items->get_Item(index, &first), S_OK);
-    EXPECT_EQ(shown(objectIn(first), L"Id"), L"V@@0");
     EXPECT_EQ(again->Clear(), S_OK);
     EXPECT_EQ(count(again.Get()), 0);
     context_->stop();
@@ -338,16 +302,14 @@ TEST_F(PreferencesReports, AreKeptLikeTheOtherSections) {
 }
 
 TEST_F(PreferencesReports, MayHaveADocumentOfTheirOwn) {
-    Variant own(std::wstring_view(folder_.path(L"own.xml")));
+    Variant own = str(folder_.path(L"own.xml"));
     const auto reports = make<RPManager>();
     EXPECT_TRUE(load(reports.Get(), &own));
     add(reports.Get(), L"V", L"1");
     context_->stop();
     EXPECT_NE(readFile(folder_.path(L"own.xml")).find("RP_Section"), std::string::npos);
-    VARIANT_BOOL done = VARIANT_TRUE;
     _UPManager* nothing = nullptr;
-    EXPECT_EQ(reports->Load(&nothing, nullptr, &done), S_OK);
-    EXPECT_FALSE(isTrue(done));
+    EXPECT_FALSE(yes(reports.Get(), &_RPManager::Load, &nothing, nullptr));
 }
 
 }  // namespace

@@ -5,11 +5,7 @@
 namespace vela::test {
 namespace {
 
-bool loaded(_UPManager* manager) {
-    VARIANT_BOOL loaded = VARIANT_FALSE;
-    EXPECT_EQ(manager->get_Loaded(&loaded), S_OK);
-    return isTrue(loaded);
-}
+bool loaded(_UPManager* manager) { return yes(manager, &_UPManager::get_Loaded); }
 
 // A store that counts, answers False and fails when told to.
 class FakeSource final : public Object<FakeSource, Unbuilt<_IUPDataSource>> {
@@ -44,16 +40,7 @@ class PreferencesManager : public NoObjectsLeft {
         manager_->add(section);
         return source;
     }
-    bool isRegistered(const wchar_t* id) {
-        VARIANT_BOOL found = VARIANT_TRUE;
-        EXPECT_EQ(manager_->IsRegistered(Bstr(id).get(), &found), S_OK);
-        return isTrue(found);
-    }
-    bool hasSections() {
-        VARIANT_BOOL has = VARIANT_FALSE;
-        EXPECT_EQ(manager_->get_HasRegisteredSections(&has), S_OK);
-        return isTrue(has);
-    }
+    bool hasSections() { return yes(manager_.Get(), &_UPManager::get_HasRegisteredSections); }
     void TearDown() override {
         manager_.Reset();
         NoObjectsLeft::TearDown();
@@ -63,13 +50,10 @@ class PreferencesManager : public NoObjectsLeft {
 };
 
 TEST_F(PreferencesManager, IdentitiesAreUpperCasedAndNeverEmpty) {
-    EXPECT_FALSE(loaded(manager_.Get()));
-    EXPECT_FALSE(hasSections());
     const struct {
         const wchar_t *given, *kept;
     } table[] = {{L"ana", L"ANA"}, {L" ção ", L" ÇÃO "}, {L"", L"_ALL_"}, {L" ", L" "}};
-    EXPECT_EQ(textProperty<_UPManager>(manager_.Get(), &_UPManager::get_UserId), L"_ALL_");
-    EXPECT_EQ(textProperty<_UPManager>(manager_.Get(), &_UPManager::get_ApplicationId), L"_ALL_");
+    EXPECT_EQ(manager_->userId() + manager_->applicationId(), L"_ALL__ALL_");
     for (const auto& row : table) {
         EXPECT_EQ(manager_->put_UserId(Bstr(row.given).get()), S_OK);
         EXPECT_EQ(manager_->put_ApplicationId(Bstr(row.given).get()), S_OK);
@@ -79,49 +63,45 @@ TEST_F(PreferencesManager, IdentitiesAreUpperCasedAndNeverEmpty) {
 }
 
 TEST_F(PreferencesManager, KnowsRegisteredSectionsByIdAlone) {
+    EXPECT_FALSE(hasSections());
     add(kKVSection);
     EXPECT_TRUE(hasSections());
-    for (const wchar_t* id : {L"KV", L"kv"}) EXPECT_TRUE(isRegistered(id)) << id;
-    for (const wchar_t* id : {L"", L" kv", L"UI", L"1"}) EXPECT_FALSE(isRegistered(id)) << id;
+    for (const std::wstring id : {L"KV", L"kv", L"", L" kv", L"UI", L"1"}) {
+        EXPECT_EQ(yes(manager_.Get(), &_UPManager::IsRegistered, Bstr(id).get()),
+                  id == L"KV" || id == L"kv");
+    }
 }
 
 TEST_F(PreferencesManager, LoadsOnceAndSavesOnlyWhatChanged) {
     const auto values = add(kKVSection), paths = add(kDPSection);
     manager_->add(makeSection(kUISection));  // without a store
-    VARIANT_BOOL done = VARIANT_FALSE;
-    for (int i = 0; i < 2; ++i) EXPECT_EQ(manager_->Load(&done), S_OK);
-    EXPECT_TRUE(isTrue(done));
+    EXPECT_FALSE(loaded(manager_.Get()));
+    for (int i = 0; i < 2; ++i) EXPECT_TRUE(yes(manager_.Get(), &_UPManager::Load));
     EXPECT_EQ(values->loads, 1);
     EXPECT_EQ(values->identities, L"_ALL_/_ALL_");
-    EXPECT_EQ(manager_->Save(&done), S_OK);
+    yes(manager_.Get(), &_UPManager::Save);
     EXPECT_EQ(values->saves + paths->saves, 0);
     EXPECT_EQ(addItem(manager_->section(L"DP").Get(), L"a", L"g"), S_OK);
-    for (int i = 0; i < 2; ++i) EXPECT_EQ(manager_->Save(&done), S_OK);
+    for (int i = 0; i < 2; ++i) yes(manager_.Get(), &_UPManager::Save);
     EXPECT_EQ(values->saves, 0);
     EXPECT_EQ(paths->saves, 1);
-    VARIANT_BOOL flag = VARIANT_TRUE;
-    manager_->section(L"UI")->get_Loaded(&flag);
-    EXPECT_FALSE(isTrue(flag));
+    EXPECT_FALSE(yes(manager_->section(L"UI").Get(), &_IUPSection::get_Loaded));
 }
 
 TEST_F(PreferencesManager, AFailingStoreStopsTheRestAndReachesTheCaller) {
     const auto first = add(kKVSection), second = add(kDPSection);
     for (const wchar_t* id : {L"KV", L"DP"}) addItem(manager_->section(id).Get(), L"a", L"g");
-    first->fails = true;
     const auto object = asObject(manager_);
-    for (const wchar_t* member : {L"Load", L"Save"}) {
-        const Called result = call(object.Get(), member);
-        EXPECT_EQ(result.outcome, DISP_E_EXCEPTION);
-        EXPECT_EQ(result.error, static_cast<HRESULT>(0x80040007));
-        EXPECT_EQ(result.source + L": " + result.description, L"Fake: broken");
+    for (const bool fails : {true, false}) {
+        first->fails = fails;
+        for (const wchar_t* member : {L"Load", L"Save"}) {
+            const Called result = call(object.Get(), member);
+            EXPECT_EQ(result.error, fails ? static_cast<HRESULT>(0x80040007) : S_OK);
+            EXPECT_EQ(result.source + result.description, fails ? L"Fakebroken" : L"");
+        }
+        EXPECT_EQ(second->loads + second->saves, fails ? 0 : 2);
     }
-    EXPECT_EQ(second->loads + second->saves, 0);
-    first->fails = false;
-    VARIANT_BOOL done;
-    EXPECT_EQ(manager_->Load(&done), S_OK);
-    EXPECT_EQ(manager_->Save(&done), S_OK);
     EXPECT_EQ(first->loads + first->saves, 4);
-    EXPECT_EQ(second->loads + second->saves, 2);
 }
 
 TEST_F(PreferencesManager, DeleteRemovesDocumentsAndAnswersFalse) {
@@ -137,20 +117,15 @@ TEST_F(PreferencesManager, DeleteRemovesDocumentsAndAnswersFalse) {
     manager_->dataSources()->put_SharedSource(Variant(folder.path(names[1])));
     add(kKVSection);
     const struct {
-        const char* what;
         const wchar_t* user;
         const char* left;
-        bool sections;
-    } table[] = {{"another user's", L"rui", "xx--", true},
-                 {"none there", L"rui", "xx--", true},
-                 {"the current ones", L"", "----", false}};
+    } table[] = {{L"rui", "xx--"}, {L"rui", "xx--"}, {L"", "----"}};
     for (const auto& row : table) {
-        VARIANT_BOOL done = VARIANT_TRUE;
-        EXPECT_EQ(manager_->Delete(Bstr(row.user).get(), &done), S_OK);
-        EXPECT_FALSE(isTrue(done));
-        EXPECT_EQ(left(), row.left) << row.what;
-        EXPECT_EQ(hasSections(), row.sections);
+        EXPECT_TRUE(hasSections());
+        EXPECT_FALSE(yes(manager_.Get(), &_UPManager::Delete, Bstr(row.user).get()));
+        EXPECT_EQ(left(), row.left);
     }
+    EXPECT_FALSE(hasSections());
 }
 
 TEST_F(PreferencesManager, StoresAreNamedAfterTheUserOfTheMachine) {
@@ -161,15 +136,10 @@ TEST_F(PreferencesManager, StoresAreNamedAfterTheUserOfTheMachine) {
     SetEnvironmentVariableW(L"USERNAME", before);
     EXPECT_EQ(sources->localName(), L"josé.up1.xml");
     EXPECT_EQ(sources->sharedName(), L"josé.up2.xml");
-    Variant session;
-    EXPECT_EQ(sources->get_SessionSource(&session), S_OK);
-    EXPECT_EQ(session.vt, VT_BSTR);
+    EXPECT_EQ(got<Variant>(sources.Get(), &_UPDataSources::get_SessionSource).vt, VT_BSTR);
     EXPECT_EQ(sources->putref_LocalSource(Variant(5L)), S_OK);
     EXPECT_EQ(sources->localName(), L"5");
 }
-
-// ---- the life cycle
-// ------------------------------------------------------------------------------
 
 // The shared context lives on; it is made before a test counts its objects.
 struct SharedContext {
@@ -177,46 +147,43 @@ struct SharedContext {
 };
 class PreferencesContext : SharedContext, public NoObjectsLeft {
   protected:
-    ComPtr<_UPUtil> fresh() {
-        ComPtr<_UPUtil> preferences;
-        EXPECT_EQ(make<UPUtil>()->NewPreferences(&preferences), S_OK);
-        useFolder(preferences.Get());
+    using Preferences = ComPtr<_UPUtil>;
+    Preferences fresh() {
+        const auto preferences = got<Preferences>(make<UPUtil>().Get(), &_UPUtil::NewPreferences);
+        useFolder(preferences);
         return preferences;
     }
-    void useFolder(_UPUtil* preferences) {
-        ComPtr<_UPDataSources> sources;
-        EXPECT_EQ(preferences->get_ActiveDataSources(&sources), S_OK);
-        sources->put_LocalSource(Variant(folder_.path(L"ana.up1.xml")));
-        sources->put_SharedSource(Variant(shared_));
+    void useFolder(const Preferences& preferences) {
+        const auto sources =
+            got<ComPtr<_UPDataSources>>(preferences.Get(), &_UPUtil::get_ActiveDataSources);
+        sources->put_LocalSource(str(folder_.path(L"ana.up1.xml")));
+        sources->put_SharedSource(str(shared_));
     }
-    static void start(_UPUtil* preferences, const wchar_t* application, const wchar_t* user) {
-        Variant result;
-        EXPECT_EQ(preferences->StartUPM(Bstr(application).get(), Bstr(user).get(), &result), S_OK);
+    static void start(const Preferences& preferences, const wchar_t* application,
+                      const wchar_t* user) {
+        const auto result = got<Variant>(preferences.Get(), &_UPUtil::StartUPM,
+                                         Bstr(application).get(), Bstr(user).get());
         EXPECT_EQ(result.vt, VT_I2);
         EXPECT_EQ(result.iVal, -1);
     }
-    static ComPtr<_UPValueUtil> values(_UPUtil* preferences) {
-        ComPtr<_UPValueUtil> values;
-        EXPECT_EQ(preferences->get_Values(&values), S_OK);
-        return values;
+    static ComPtr<_UPValueUtil> values(const Preferences& preferences) {
+        return got<ComPtr<_UPValueUtil>>(preferences.Get(), &_UPUtil::get_Values);
     }
-    static void keep(_UPUtil* preferences, const wchar_t* value) {
+    static ComPtr<_UPManager> manager(const Preferences& preferences) {
+        return got<ComPtr<_UPManager>>(preferences.Get(), &_UPUtil::get_ActiveUPM);
+    }
+    static bool started(const Preferences& preferences) {
+        return loaded(manager(preferences).Get());
+    }
+    static void keep(const Preferences& preferences, const wchar_t* value) {
         EXPECT_EQ(
             values(preferences)->SaveValue(Bstr(L"k").get(), Bstr(L"g").get(), Bstr(value).get()),
             S_OK);
     }
-    static std::wstring kept(_UPUtil* preferences) {
-        Bstr value;
-        EXPECT_EQ(
-            values(preferences)
-                ->GetValue(Bstr(L" K ").get(), Bstr(L"G").get(), Bstr(L"none").get(), value.put()),
-            S_OK);
-        return value.str();
-    }
-    static ComPtr<_UPManager> manager(_UPUtil* preferences) {
-        ComPtr<_UPManager> manager;
-        EXPECT_EQ(preferences->get_ActiveUPM(&manager), S_OK);
-        return manager;
+    static std::wstring kept(const Preferences& preferences) {
+        return Bstr::owning(got<BSTR>(values(preferences).Get(), &_UPValueUtil::GetValue,
+                                      Bstr(L" K ").get(), Bstr(L"G").get(), Bstr(L"none").get()))
+            .str();
     }
 
     TemporaryFolder folder_;
@@ -225,69 +192,115 @@ class PreferencesContext : SharedContext, public NoObjectsLeft {
 
 TEST_F(PreferencesContext, StartsStopsAndStartsAgain) {
     const auto preferences = fresh();
-    EXPECT_EQ(kept(preferences.Get()), L"");  // not started: not even the default
-    start(preferences.Get(), L"", L"");
-    EXPECT_EQ(textProperty(manager(preferences.Get()).Get(), &_UPManager::get_UserId), L"_ALL_");
-    EXPECT_TRUE(loaded(manager(preferences.Get()).Get()));
-    EXPECT_EQ(kept(preferences.Get()), L"none");
-    keep(preferences.Get(), L"1");
+    EXPECT_EQ(kept(preferences), L"");  // not started: not even the default
+    start(preferences, L"", L"");
+    EXPECT_EQ(textProperty(manager(preferences).Get(), &_UPManager::get_UserId), L"_ALL_");
+    EXPECT_TRUE(started(preferences));
+    EXPECT_EQ(kept(preferences), L"none");
+    keep(preferences, L"1");
     EXPECT_EQ(readFile(shared_), "");
     EXPECT_EQ(preferences->StopUPM(), S_OK);
-    EXPECT_FALSE(loaded(manager(preferences.Get()).Get()));
+    EXPECT_FALSE(started(preferences));
     EXPECT_NE(readFile(shared_).find("App_User id=\"_ALL_\""), std::string::npos);
-    EXPECT_EQ(kept(preferences.Get()), L"");
-    keep(preferences.Get(), L"2");  // without effect
+    EXPECT_EQ(kept(preferences), L"");
+    keep(preferences, L"2");  // without effect
 
     const auto other = fresh();
-    EXPECT_NE(manager(other.Get()).Get(), manager(preferences.Get()).Get());
-    start(other.Get(), L"", L"");
-    EXPECT_EQ(kept(other.Get()), L"1");
+    EXPECT_NE(manager(other).Get(), manager(preferences).Get());
+    start(other, L"", L"");
+    EXPECT_EQ(kept(other), L"1");
     // Sections that are there stay, with what the document does not have.
-    keep(other.Get(), L"3");
-    start(other.Get(), L"", L"");
-    EXPECT_EQ(kept(other.Get()), L"3");
+    keep(other, L"3");
+    start(other, L"", L"");
+    EXPECT_EQ(kept(other), L"3");
 }
 
 TEST_F(PreferencesContext, OtherIdentitiesAreSavedAndReadOnTheirOwn) {
     const auto preferences = fresh();
-    start(preferences.Get(), L"sales", L"ana");
-    keep(preferences.Get(), L"ana's");
-    start(preferences.Get(), L"sales", L"rui");
-    EXPECT_EQ(kept(preferences.Get()), L"none");
-    keep(preferences.Get(), L"rui's");
-    start(preferences.Get(), L"stock", L"rui");
-    EXPECT_EQ(kept(preferences.Get()), L"none");
-    start(preferences.Get(), L"sales", L"ana");
-    EXPECT_EQ(kept(preferences.Get()), L"ana's");
-    start(preferences.Get(), L"SALES", L"RUI");
-    EXPECT_EQ(kept(preferences.Get()), L"rui's");
+    start(preferences, L"sales", L"ana");
+    keep(preferences, L"ana's");
+    start(preferences, L"sales", L"rui");
+    EXPECT_EQ(kept(preferences), L"none");
+    keep(preferences, L"rui's");
+    start(preferences, L"stock", L"rui");
+    EXPECT_EQ(kept(preferences), L"none");
+    start(preferences, L"sales", L"ana");
+    EXPECT_EQ(kept(preferences), L"ana's");
+    start(preferences, L"SALES", L"RUI");
+    EXPECT_EQ(kept(preferences), L"rui's");
+}
+
+TEST_F(PreferencesContext, WhoOnlyReadsWritesNothing) {
+    const auto writer = fresh();
+    start(writer, L"sales", L"ana");
+    keep(writer, L"1");
+    writer->StopUPM();
+    const auto reader = fresh();
+    start(reader, L"sales", L"ana");
+    keep(writer, L"lost");  // stopped
+    start(writer, L"sales", L"ana");
+    keep(writer, L"2");
+    writer->StopUPM();
+    reader->StopUPM();
+    start(reader, L"sales", L"rui");
+    start(reader, L"sales", L"ana");
+    EXPECT_EQ(kept(reader), L"2");
+}
+
+TEST_F(PreferencesContext, DeletedDocumentsDoNotComeBack) {
+    const auto preferences = fresh();
+    start(preferences, L"sales", L"ana");
+    keep(preferences, L"1");
+    preferences->StopUPM();
+    const auto reader = fresh();
+    start(reader, L"sales", L"ana");
+    EXPECT_FALSE(yes(manager(reader).Get(), &_UPManager::Delete, nullptr));
+    start(reader, L"sales", L"ana");
+    EXPECT_EQ(kept(reader), L"none");
+}
+
+// A window whose Left is read by stopping the preferences that ask for it.
+TEST_F(PreferencesContext, MayBeStoppedByWhatItCalls) {
+    const auto preferences = fresh();
+    start(preferences, L"sales", L"ana");
+    auto window = scriptObject({{L"Name", str(L"Main")},
+                                {L"Visible", Variant(-1L)},
+                                {L"Left", Variant(1L)},
+                                {L"Top", Variant(1L)},
+                                {L"Width", Variant(1L)},
+                                {L"Height", Variant(1L)},
+                                {L"WindowState", Variant(0L)}});
+    window->whenRead = [&] { preferences->StopUPM(); };
+    const auto windows = got<ComPtr<_UPWindowUtil>>(preferences.Get(), &_UPUtil::get_Windows);
+    IDispatch* object = window.Get();
+    EXPECT_EQ(windows->SaveWindowPos(&object, nullptr, nullptr), S_OK);
+    EXPECT_FALSE(started(preferences));
 }
 
 TEST_F(PreferencesContext, ReleasingAnyUserOfTheSharedContextStopsIt) {
-    auto first = make<UPUtil>();
-    const auto second = make<UPUtil>();
-    EXPECT_EQ(manager(first.Get()).Get(), manager(second.Get()).Get());
-    useFolder(first.Get());
-    start(first.Get(), L"sales", L"ana");
-    keep(second.Get(), L"1");
+    Preferences first = make<UPUtil>();
+    const Preferences second = make<UPUtil>();
+    EXPECT_EQ(manager(first).Get(), manager(second).Get());
+    useFolder(first);
+    start(first, L"sales", L"ana");
+    keep(second, L"1");
     first.Reset();
     EXPECT_NE(readFile(shared_).find("value=\"1\""), std::string::npos);
-    EXPECT_FALSE(loaded(manager(second.Get()).Get()));
-    EXPECT_EQ(kept(second.Get()), L"");
+    EXPECT_FALSE(started(second));
+    EXPECT_EQ(kept(second), L"");
     // The shared manager goes on without sections, as it was.
-    VARIANT_BOOL ignored;
-    EXPECT_EQ(manager(second.Get())->Delete(nullptr, &ignored), S_OK);
+    EXPECT_FALSE(yes(manager(second).Get(), &_UPManager::Delete, nullptr));
 }
 
 TEST_F(PreferencesContext, AReleasedUPUtilSavesFirst) {
     {
         const auto preferences = fresh();
-        start(preferences.Get(), L"sales", L"ana");
-        keep(preferences.Get(), L"1");
+        start(preferences, L"sales", L"ana");
+        keep(preferences, L"1");
     }
     const auto preferences = fresh();
-    start(preferences.Get(), L"sales", L"ana");
-    EXPECT_EQ(kept(preferences.Get()), L"1");
+    start(preferences, L"sales", L"ana");
+    EXPECT_EQ(kept(preferences), L"1");
 }
 
 }  // namespace

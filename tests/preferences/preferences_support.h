@@ -1,8 +1,10 @@
 // Sections, items and callers' objects for the tests of preferences.
 #pragma once
 
+#include <functional>
 #include <map>
 #include <set>
+#include <sstream>
 
 #include "automation/enumerator.h"
 #include "preferences/Section.h"
@@ -22,10 +24,27 @@ inline std::wstring shown(IDispatch* object, const wchar_t* property) {
     return textOf(getProperty(object, property));
 }
 
+inline Variant str(std::wstring_view text) { return Variant(text); }
+
 inline ComPtr<_UPItems> itemsOf(_IUPSection* section) {
     ComPtr<_UPItems> items;
     EXPECT_EQ(section->get_Items(&items), S_OK);
     return items;
+}
+
+// What a member gives through its last parameter.
+template <class Result, class Object, class Member, class... Arguments>
+Result got(Object* object, Member member, Arguments... arguments) {
+    Result result{};
+    EXPECT_EQ((object->*member)(arguments..., &result), S_OK);
+    return result;
+}
+template <class Object, class Member, class... Arguments>
+bool yes(Object* object, Member member, Arguments... arguments) {
+    VARIANT_BOOL result = 99;
+    EXPECT_EQ((object->*member)(arguments..., &result), S_OK);
+    EXPECT_NE(result, 99);
+    return isTrue(result);
 }
 
 using Fields = std::vector<std::pair<const wchar_t*, std::wstring>>;
@@ -33,12 +52,9 @@ using Fields = std::vector<std::pair<const wchar_t*, std::wstring>>;
 // Adds a new item of the section's kind; its Id and Group are set through IUPItem.
 inline HRESULT addItem(_IUPSection* section, std::wstring_view id, std::wstring_view group,
                        const Fields& fields = {}) {
-    ComPtr<IDispatch> item;
-    EXPECT_EQ(section->CreateItem(&item), S_OK);
-    for (const auto& [name, value] : fields) {
-        putProperty(item.Get(), name, Variant(std::wstring_view(value)));
-    }
-    return itemsOf(section)->Add(item.GetAddressOf(), Bstr(id).get(), Bstr(group).get());
+    const auto item = got<ComPtr<IDispatch>>(section, &_IUPSection::CreateItem);
+    for (const auto& [name, value] : fields) putProperty(item.Get(), name, Variant(value));
+    return itemsOf(section)->Add(ComPtr(item).GetAddressOf(), Bstr(id).get(), Bstr(group).get());
 }
 
 inline ComPtr<_IUPSection> sectionWith(const SectionKind& kind, std::wstring_view id,
@@ -48,23 +64,20 @@ inline ComPtr<_IUPSection> sectionWith(const SectionKind& kind, std::wstring_vie
     return section;
 }
 
-// The items in order, each as its key, '=' and the fields with '|' between them.
-inline std::vector<std::wstring> contents(_IUPSection* section,
-                                          const std::vector<const wchar_t*>& fields = {L"Value"}) {
-    std::vector<std::wstring> result;
-    ComPtr<IUnknown> enumerator;
-    EXPECT_EQ(itemsOf(section)->get_NewEnum(&enumerator), S_OK);
+// The items in order, each as its key, '=' and the named fields, with a blank after each.
+inline std::wstring contents(_IUPSection* section, const std::wstring& fields = L"Value") {
+    std::wstring result;
+    const auto enumerator = got<ComPtr<IUnknown>>(itemsOf(section).Get(), &_UPItems::get_NewEnum);
     eachVariant(enumerator.Get(), [&](const Variant& item) {
-        std::wstring line = shown(objectIn(item), L"SearchKey");
-        for (const wchar_t* field : fields) {
-            line += (field == fields.front() ? L"=" : L"|") + shown(objectIn(item), field);
+        result += shown(objectIn(item), L"SearchKey") + L"=";
+        std::wistringstream names(fields);
+        for (std::wstring name; names >> name;) {
+            result += shown(objectIn(item), name.c_str()) + L" ";
         }
-        result.push_back(line);
         return true;
     });
     return result;
 }
-using Lines = std::vector<std::wstring>;
 
 // A document as this library writes it.
 inline std::string document(const std::string& applications) {
@@ -96,6 +109,7 @@ class ScriptObject final : public IDispatch {
     void set(const wchar_t* name, long value) { values_[name] = Variant(value); }
     std::set<std::wstring> refused;  // properties that cannot be set
     std::vector<std::wstring> sets;  // every property set, in order
+    std::function<void()> whenRead;  // run before a property is read
     ComPtr<ITypeInfo> type;
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** result) override {
@@ -106,8 +120,7 @@ class ScriptObject final : public IDispatch {
     ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
     ULONG STDMETHODCALLTYPE Release() override {
         const ULONG left = --references_;
-        if (left == 0) delete this;
-        return left;
+        return left == 0 ? (delete this, 0) : left;
     }
     HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
         *count = type ? 1 : 0;
@@ -128,6 +141,7 @@ class ScriptObject final : public IDispatch {
     HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* call,
                                      VARIANT* result, EXCEPINFO*, UINT*) override {
         auto& [name, value] = *std::next(values_.begin(), id - 1);
+        if ((flags & DISPATCH_PROPERTYGET) && whenRead) whenRead();
         if (flags & DISPATCH_PROPERTYGET) return result ? VariantCopy(result, &value) : S_OK;
         if (refused.count(name)) return DISP_E_MEMBERNOTFOUND;
         sets.push_back(name);

@@ -1,14 +1,11 @@
 // A program for the tests to run, and to kill.
 //
-//     vela_saver save FILE USER SECTION ROUNDS EVENT   saves a section again and again, ROUNDS
-//     times
-//                                                      or, at 0, until it is killed; in each round
-//                                                      all its values are the round's number. Sets
-//                                                      the event after the first round.
-//     vela_saver forget FILE                           keeps a value in the shared preferences of
-//     the
-//                                                      registered library and ends without stopping
-//
+//     vela_saver save FILE USER SECTION ROUNDS EVENT
+//         Saves a section ROUNDS times or, at 0, until it is killed; in each round all its values
+//         are the round's number. Sets the event after the first round.
+//     vela_saver forget FILE
+//         Keeps a value in the shared preferences of the registered library and ends without
+//         stopping.
 // Exits with 0, or with 1 when something failed.
 #include <windows.h>
 

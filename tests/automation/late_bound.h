@@ -1,0 +1,67 @@
+// What tests of late-bound calls share: arrays of variants, and objects as scripts make them.
+#pragma once
+
+#include <functional>
+
+#include "support/support.h"
+
+namespace vela::test {
+
+inline Called callWith(IDispatch* object, const wchar_t* name,
+                       const std::vector<Variant>& arguments) {
+    return call(object, name, {arguments.begin(), arguments.end()});
+}
+
+// A one-dimensional array of variants from `first` on.
+inline Variant arrayOf(const std::vector<Variant>& elements, LONG first = 0) {
+    Variant array;
+    array.parray = SafeArrayCreateVector(VT_VARIANT, first, static_cast<ULONG>(elements.size()));
+    array.vt = VT_ARRAY | VT_VARIANT;
+    for (const Variant& element : elements) {
+        SafeArrayPutElement(array.parray, &first, const_cast<Variant*>(&element));
+        ++first;
+    }
+    return array;
+}
+
+// An object with nothing but IDispatch, whose members are one function. Counts as a live object.
+class LateObject final : public IDispatch {
+  public:
+    LateObject() { InterlockedIncrement(&liveObjects); }
+    ~LateObject() { InterlockedDecrement(&liveObjects); }
+
+    std::vector<const wchar_t*> names;  // numbered from 0
+    std::function<HRESULT(DISPID id, WORD flags, DISPPARAMS& call, VARIANT* result,
+                          EXCEPINFO* exception)>
+        invoked;
+
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** result) override {
+        *result = id == IID_IUnknown || id == IID_IDispatch ? this : nullptr;
+        if (*result) AddRef();
+        return *result ? S_OK : E_NOINTERFACE;
+    }
+    ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
+    ULONG STDMETHODCALLTYPE Release() override {
+        const ULONG left = --references_;
+        if (left == 0) delete this;
+        return left;
+    }
+    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override { return *count = 0, S_OK; }
+    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* asked, UINT, LCID,
+                                            DISPID* ids) override {
+        for (std::size_t i = 0; i < names.size(); ++i) {
+            if (_wcsicmp(asked[0], names[i]) == 0) return *ids = static_cast<DISPID>(i), S_OK;
+        }
+        return DISP_E_UNKNOWNNAME;
+    }
+    HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* call,
+                                     VARIANT* result, EXCEPINFO* exception, UINT*) override {
+        return invoked ? invoked(id, flags, *call, result, exception) : S_OK;
+    }
+
+  private:
+    ULONG references_ = 1;
+};
+
+}  // namespace vela::test

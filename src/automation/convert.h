@@ -109,10 +109,6 @@ class Variant : public VARIANT {
         value.scode = DISP_E_PARAMNOTFOUND;
         return value;
     }
-    VARIANT* put() {
-        VariantClear(this);
-        return this;
-    }
     VARIANT release() {
         const VARIANT value = *this;
         VariantInit(this);

@@ -142,7 +142,9 @@ class RandomOperations : public testing::Test {
         const int* expected = model.next(chosen);
         const int* delivered = cursors[chosen].next();
         ASSERT_EQ(delivered == nullptr, expected == nullptr);
-        if (expected) EXPECT_EQ(*delivered, *expected);
+        if (expected) {
+            EXPECT_EQ(*delivered, *expected);
+        }
     }
 
     void compareAll() {

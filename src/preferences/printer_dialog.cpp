@@ -77,6 +77,11 @@ HGLOBAL namesOf(const std::wstring& printer) {
     return result;
 }
 
+bool hasDefaultPrinter() {
+    DWORD length = 0;
+    return GetDefaultPrinterW(nullptr, &length) || GetLastError() == ERROR_INSUFFICIENT_BUFFER;
+}
+
 }  // namespace
 
 std::optional<PrinterChoice> askForPrinter(HWND owner, const PrinterChoice& start) {
@@ -86,6 +91,7 @@ std::optional<PrinterChoice> askForPrinter(HWND owner, const PrinterChoice& star
         settings.handle = settingsOf(start);
         if (settings.handle) names.handle = namesOf(start.printer);
     }
+    if (!settings.handle && !hasDefaultPrinter()) return std::nullopt;
     PRINTDLGW dialog{};
     dialog.lStructSize = sizeof dialog;
     dialog.hwndOwner = owner;

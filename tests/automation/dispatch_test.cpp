@@ -306,8 +306,8 @@ HRESULT callNamed(IDispatch* object, std::vector<const wchar_t*> names, std::vec
     const auto named = static_cast<UINT>(values.size());
     values.insert(values.end(), positional.rbegin(), positional.rend());
     DISPPARAMS parameters{values.data(), ids.data() + 1, static_cast<UINT>(values.size()), named};
-    return object->Invoke(ids[0], IID_NULL, 0, DISPATCH_METHOD, &parameters, result.put(), nullptr,
-                          nullptr);
+    return object->Invoke(ids[0], IID_NULL, 0, DISPATCH_METHOD, &parameters, &(result = Variant()),
+                          nullptr, nullptr);
 }
 
 TEST_F(AutomationDispatch, BindsArgumentsByName) {
@@ -480,7 +480,7 @@ TEST_F(AutomationDispatch, AnswersTheSpecialNumbers) {
     };
     EXPECT_EQ(invoke(DISPID_VALUE, with, &result), S_OK);
     EXPECT_EQ(show(result), L"'first'");
-    EXPECT_EQ(invoke(DISPID_NEWENUM, without, result.put()), S_OK);
+    EXPECT_EQ(invoke(DISPID_NEWENUM, without, &(result = Variant())), S_OK);
     EXPECT_EQ(result.vt, VT_UNKNOWN);
     EXPECT_EQ(invoke(DISPID_VALUE, with, nullptr), S_OK);
     for (const DISPID unknown : {-1, -3, -5, 99, 0x10000, 0x7FFFFFFF}) {

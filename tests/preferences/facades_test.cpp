@@ -3,6 +3,11 @@
 #include "preferences/UPUtil.h"
 #include "preferences/preferences_support.h"
 
+#include <winspool.h>
+
+// The platform names a function so; our member is meant.
+#undef SetPrinter
+
 namespace vela::test {
 namespace {
 
@@ -174,7 +179,7 @@ class FakePrinter final : public Object<FakePrinter, Unbuilt<_ISetPrinter>> {
     }
     HRESULT STDMETHODCALLTYPE SetPrinter(BSTR name, VARIANT_BOOL* result) override {
         done += std::wstring(text(name)) + L":";
-        return answer(result, [] { return true; });
+        return answer(result, [&] { return installed; });
     }
     HRESULT STDMETHODCALLTYPE SetProperties(SHORT copies, PrinterOrientation orientation, SHORT bin,
                                             SHORT size, VARIANT_BOOL* result) override {
@@ -184,6 +189,7 @@ class FakePrinter final : public Object<FakePrinter, Unbuilt<_ISetPrinter>> {
         return answer(result, [] { return true; });
     }
     std::wstring done;
+    bool installed = true;
 };
 
 class PreferencesPrinters : public PreferencesFacades {
@@ -227,6 +233,26 @@ TEST_F(PreferencesPrinters, AStoredChoiceIsAppliedElseTheDefaults) {
     }
     EXPECT_FALSE(yes(printers_.Get(), &_UPPrinterUtil::UsePrintingPreferences, 2,
                      Bstr(L"invoice").get(), nullptr, nullptr, nullptr, nullptr));
+}
+
+// The paper codes of a printer that is gone mean nothing to another one.
+TEST_F(PreferencesPrinters, AStoredPrinterThatIsGoneCountsAsNone) {
+    const auto printer = make<FakePrinter>();
+    printer->installed = false;
+    _ISetPrinter* target = printer.Get();
+    SHORT copies = 9;
+    EXPECT_FALSE(yes(printers_.Get(), &_UPPrinterUtil::UsePrintingPreferences, 2,
+                     Bstr(L"invoice").get(), &target, &copies, nullptr, nullptr));
+    EXPECT_EQ(printer->done, L"HP: 9 2 5 6");
+}
+
+TEST_F(PreferencesPrinters, NobodyIsAskedWhereThereIsNoPrinter) {
+    DWORD length = 0;
+    if (GetDefaultPrinterW(nullptr, &length) || length > 0) GTEST_SKIP() << "there is a printer";
+    _ISetPrinter* none = nullptr;
+    EXPECT_FALSE(yes(printers_.Get(), &_UPPrinterUtil::UISetPrintingPreferences, 0, 1,
+                     Bstr(L"new").get(), &none, nullptr, nullptr, nullptr));
+    EXPECT_EQ(got<SHORT>(printers_.Get(), &_UPPrinterUtil::GetCopies, 1, Bstr(L"new").get()), 0);
 }
 
 TEST_F(PreferencesPrinters, AreDescribedInWords) {

@@ -4,7 +4,7 @@
 #include <cwchar>
 #include <cwctype>
 #include <map>
-#include <optional>
+#include <utility>
 #include <vector>
 
 #include "automation/enumerator.h"
@@ -75,7 +75,8 @@ std::vector<std::wstring> propertyNames(IDispatch* item) {
     return names;
 }
 
-// Reads the items of one section.
+// Reads the items of one section. They are all of one class: what an attribute's name stands for is
+// found out once, where the class tells of its properties.
 class ItemReader {
   public:
     explicit ItemReader(_IUPSection* section) : section_(section) {}
@@ -85,25 +86,36 @@ class ItemReader {
         checkRecorded(section_->CreateItem(&object));
         const ComPtr<_IUPItem> item = itemIn(object.Get());
         checkRecorded(item->put_Group(group.get()));
-        if (!known_) known_ = propertyNames(object.Get());
+        if (!std::exchange(asked_, true)) properties_ = propertyNames(object.Get());
         bool first = true;
         eachAttribute(element, [&](const Bstr& name, const Bstr& value) {
             if (first) checkRecorded(item->put_Id(value.get()));
-            else assign(object.Get(), name, value);
+            else assign(object.Get(), memberFor(object.Get(), name), value);
             first = false;
         });
         return object;
     }
 
   private:
-    // Assigns an attribute to the item's property of the same name; anything that does not fit is
-    // ignored.
-    void assign(IDispatch* item, const Bstr& name, const Bstr& value) const {
+    // The number of the item's property of that name; DISPID_UNKNOWN when it has none.
+    DISPID memberFor(IDispatch* item, const Bstr& name) {
+        const auto known = std::find_if(members_.begin(), members_.end(), [&](const auto& member) {
+            return member.first == name.view();
+        });
+        if (known != members_.end()) return known->second;
         DISPID id = DISPID_UNKNOWN;
-        const bool isProperty =
-            known_->empty() ||
-            std::find(known_->begin(), known_->end(), upperCase(name.view())) != known_->end();
-        if (!isProperty || FAILED(findMember(item, name.get(), &id))) return;
+        const bool tells = !properties_.empty();
+        if (!tells || std::find(properties_.begin(), properties_.end(), upperCase(name.view())) !=
+                          properties_.end()) {
+            if (FAILED(findMember(item, name.get(), &id))) id = DISPID_UNKNOWN;
+        }
+        if (tells) members_.emplace_back(name.view(), id);
+        return id;
+    }
+
+    // Anything that does not fit is ignored.
+    static void assign(IDispatch* item, DISPID id, const Bstr& value) {
+        if (id == DISPID_UNKNOWN) return;
         VARIANT argument{};
         argument.vt = VT_BSTR;
         argument.bstrVal = value.get();
@@ -113,7 +125,9 @@ class ItemReader {
     }
 
     _IUPSection* section_;
-    std::optional<std::vector<std::wstring>> known_;
+    bool asked_ = false;
+    std::vector<std::wstring> properties_;
+    std::vector<std::pair<std::wstring, DISPID>> members_;
 };
 
 // A field as the document holds it; dates as day-month-year, the zero date as nothing.

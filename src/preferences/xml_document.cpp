@@ -188,7 +188,7 @@ bool attributeAt(IXMLDOMNamedNodeMap* attributes, long index, NameAndValue& foun
     // The node's text would come without the blanks around it.
     Variant value;
     check(node->get_nodeValue(&value));
-    found.value = Bstr(textOf(value));
+    found.value = value.vt == VT_BSTR ? Bstr::owning(value.release().bstrVal) : Bstr(textOf(value));
     return true;
 }
 

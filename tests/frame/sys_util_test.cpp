@@ -58,6 +58,8 @@ TEST_F(FrameSysUtil, RecordsTheLastErrorForEveryObject) {
     EXPECT_EQ(call(L"MyError", {arg(5L)}), L"() 0 - ");
     EXPECT_EQ(call(L"ErroDeRede", {arg(3186L)}), L"True");
     EXPECT_EQ(call(L"ErroDeRede", {arg(40000L)}), L"error");
+    EXPECT_EQ(call(L"ErroDeRede", {Variant(sys_.Get())}), L"error");
+    EXPECT_EQ(test::call(sys_.Get(), L"GetNetworkIP").error, E_NOTIMPL);
 }
 
 TEST_F(FrameSysUtil, FindsKeysInAnybodysCollection) {
@@ -83,6 +85,10 @@ TEST_F(FrameSysUtil, EmptiesAnybodysCollection) {
         EXPECT_EQ(call(L"ClearCollection", {byReference(variable)}), L"");
         EXPECT_EQ(countOf(variable), L"0");
     }
+    // By value, without the flag: emptied, and nothing to let go of.
+    Variant byValue = collection();
+    EXPECT_EQ(call(L"ClearCollection", {byValue}), L"");
+    EXPECT_EQ(countOf(byValue), L"0");
     // What is none is left alone, and let go of all the same.
     Variant noCollection(sys_.Get());
     Variant nothing(static_cast<IDispatch*>(nullptr));

@@ -162,6 +162,8 @@ bool sameValue(const VARIANT& left, const VARIANT& right);
 HRESULT objectOf(VARIANT* source, IUnknown** object);
 // Puts an object where the caller passed a reference; a no-op where he passed a value.
 void storeObject(VARIANT* target, IUnknown* object);
+// Writes `value` through the typed reference in `target`; left alone when it does not convert.
+void storeThroughReference(VARIANT* target, VARIANT* value);
 // The initial content of an omitted parameter of a simple type; the rest is zero.
 void initialise(VARIANT* target, VARTYPE type, long initial);
 
@@ -243,27 +245,17 @@ class ValueRef {
         VARIANT* argument = arguments[index];
         if (argument->vt == (VT_BYREF | VT_VARIANT)) argument = argument->pvarVal;
         if (argument->vt & VT_BYREF) {
-            storeConverted(argument);
+            storeThroughReference(argument, &own_);
         } else {
             std::swap(*argument, static_cast<VARIANT&>(own_));
         }
     }
 
   private:
-    void storeConverted(VARIANT* target);
-
     typename Field<type>::Type* target_ = nullptr;
     Variant own_;     // the storage where the caller's has another type
     Variant before_;  // what it was before the call, where it may have to go back
 };
-
-// Writes `value` through the typed reference in `target`; left alone when it does not convert.
-void storeThroughReference(VARIANT* target, VARIANT* value);
-
-template <VARTYPE type, class Parameter>
-void ValueRef<type, Parameter>::storeConverted(VARIANT* target) {
-    storeThroughReference(target, &own_);
-}
 
 template <>
 class ValueRef<VT_VARIANT, VARIANT> {

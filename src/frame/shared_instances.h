@@ -14,8 +14,8 @@ namespace vela {
 
 using MakeShared = std::function<std::shared_ptr<void>()>;
 
-// The instance under `key`, made by `make` when there is none. `object` of a COM instance is given
-// so that it can be told whether callers still hold it.
+// The instance under `key`, made by `make` when there is none. `isObject` tells that it is a
+// pointer to a COM object, which callers may hold too.
 std::shared_ptr<void> sharedSlot(const GUID& key, const MakeShared& make, bool isObject);
 
 // Has `action` run once at the end of the apartment, before the shared instances are released.

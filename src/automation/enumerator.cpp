@@ -1,30 +1,16 @@
 #include "automation/enumerator.h"
 
+#include "automation/counted.h"
 #include "automation/error.h"
 
 namespace vela {
 
 namespace {
 
-class Enumerator final : public IEnumVARIANT {
+class Enumerator final : public Counted<IEnumVARIANT> {
   public:
     explicit Enumerator(std::unique_ptr<VariantSource> source) : source_(std::move(source)) {}
-    virtual ~Enumerator() = default;
 
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** result) override {
-        if (!result) return E_POINTER;
-        *result = nullptr;
-        if (id != IID_IUnknown && id != IID_IEnumVARIANT) return E_NOINTERFACE;
-        AddRef();
-        *result = this;
-        return S_OK;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override { return InterlockedIncrement(&references_); }
-    ULONG STDMETHODCALLTYPE Release() override {
-        const ULONG left = InterlockedDecrement(&references_);
-        if (left == 0) delete this;
-        return left;
-    }
     HRESULT STDMETHODCALLTYPE Next(ULONG count, VARIANT* values, ULONG* fetched) override {
         if (!values && count > 0) return E_POINTER;
         ULONG done = 0;
@@ -60,7 +46,6 @@ class Enumerator final : public IEnumVARIANT {
 
   private:
     std::unique_ptr<VariantSource> source_;
-    LONG references_ = 1;
 };
 
 }  // namespace

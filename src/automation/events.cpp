@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "automation/counted.h"
 #include "automation/error.h"
 
 namespace vela {
@@ -11,24 +12,9 @@ namespace vela {
 namespace {
 
 // Enumerates the only connection point.
-class PointEnumerator : public IEnumConnectionPoints {
+class PointEnumerator final : public Counted<IEnumConnectionPoints> {
   public:
     explicit PointEnumerator(IConnectionPoint* point, bool done) : point_(point), done_(done) {}
-    virtual ~PointEnumerator() = default;
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** result) override {
-        if (!result) return E_POINTER;
-        *result = nullptr;
-        if (id != IID_IUnknown && id != IID_IEnumConnectionPoints) return E_NOINTERFACE;
-        AddRef();
-        *result = this;
-        return S_OK;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override { return InterlockedIncrement(&references_); }
-    ULONG STDMETHODCALLTYPE Release() override {
-        const ULONG left = InterlockedDecrement(&references_);
-        if (left == 0) delete this;
-        return left;
-    }
     HRESULT STDMETHODCALLTYPE Next(ULONG count, IConnectionPoint** points,
                                    ULONG* fetched) override {
         if (!points) return E_POINTER;
@@ -54,7 +40,6 @@ class PointEnumerator : public IEnumConnectionPoints {
   private:
     ComPtr<IConnectionPoint> point_;
     bool done_;
-    LONG references_ = 1;
 };
 
 }  // namespace

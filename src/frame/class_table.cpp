@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "automation/counted.h"
 #include "frame/Collection.h"
 #include "frame/MyUtil.h"
 #include "frame/SysUtil.h"
@@ -33,29 +34,13 @@ Entry entry() {
             }};
 }
 
-class ClassFactory final : public IClassFactory {
+class ClassFactory final : public Counted<IClassFactory> {
   public:
     explicit ClassFactory(CreateFunction create) : create_(create) {
         InterlockedIncrement(&liveObjects);
     }
-    virtual ~ClassFactory() { InterlockedDecrement(&liveObjects); }
-    ClassFactory(const ClassFactory&) = delete;
-    ClassFactory& operator=(const ClassFactory&) = delete;
+    ~ClassFactory() override { InterlockedDecrement(&liveObjects); }
 
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** result) override {
-        if (!result) return E_POINTER;
-        *result = nullptr;
-        if (id != IID_IUnknown && id != IID_IClassFactory) return E_NOINTERFACE;
-        AddRef();
-        *result = this;
-        return S_OK;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override { return InterlockedIncrement(&references_); }
-    ULONG STDMETHODCALLTYPE Release() override {
-        const ULONG left = InterlockedDecrement(&references_);
-        if (left == 0) delete this;
-        return left;
-    }
     HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown* outer, REFIID id, void** result) override {
         if (!result) return E_POINTER;
         *result = nullptr;
@@ -69,7 +54,6 @@ class ClassFactory final : public IClassFactory {
 
   private:
     CreateFunction create_;
-    LONG references_ = 1;
 };
 
 }  // namespace

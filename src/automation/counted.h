@@ -1,0 +1,40 @@
+// The base of small objects with one interface of the platform's: reference count and identity.
+#pragma once
+
+#include <windows.h>
+
+#include <unknwn.h>
+
+namespace vela {
+
+// Begins with one reference, which goes to whoever made the object.
+template <class Interface>
+class Counted : public Interface {
+  public:
+    Counted() = default;
+    Counted(const Counted&) = delete;
+    Counted& operator=(const Counted&) = delete;
+
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** result) final {
+        if (!result) return E_POINTER;
+        *result = nullptr;
+        if (id != __uuidof(IUnknown) && id != __uuidof(Interface)) return E_NOINTERFACE;
+        AddRef();
+        *result = static_cast<Interface*>(this);
+        return S_OK;
+    }
+    ULONG STDMETHODCALLTYPE AddRef() final { return InterlockedIncrement(&references_); }
+    ULONG STDMETHODCALLTYPE Release() final {
+        const ULONG left = InterlockedDecrement(&references_);
+        if (left == 0) delete this;
+        return left;
+    }
+
+  protected:
+    virtual ~Counted() = default;
+
+  private:
+    LONG references_ = 1;
+};
+
+}  // namespace vela

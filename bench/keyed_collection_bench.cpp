@@ -9,8 +9,9 @@
 #include <unordered_map>
 #include <vector>
 
+#include "bench/measure.h"
+#include "bench/tables.h"
 #include "frame/keyed_collection.h"
-#include "measure.h"
 #include "text/upper_case.h"
 
 namespace {
@@ -101,13 +102,13 @@ double measureMap(std::size_t size) {
 
 }  // namespace
 
-int main() {
+bool bench::keyedCollection() {
     const Costs small = measureCollection(kSmall);
     const Costs large = measureCollection(kLarge);
     const auto growth = [&](const char* what, double Costs::*cost) {
-        return bench::Row{what, large.*cost, small.*cost, kGrowthLimit};
+        return Row{what, large.*cost, small.*cost, kGrowthLimit};
     };
-    const std::vector<bench::Row> growthRows = {
+    const std::vector<Row> growthRows = {
         growth("add, averaged from empty", &Costs::build),
         growth("add at the end", &Costs::append),
         growth("add in the middle", &Costs::insert),
@@ -116,12 +117,11 @@ int main() {
         growth("remove by key", &Costs::removeKey),
         growth("remove by position", &Costs::removePosition),
     };
-    bench::report("1,000,000 entries (ours) to 1,000 (theirs)", growthRows);
+    const bool grows = report("1,000,000 entries (ours) to 1,000 (theirs)", growthRows);
 
-    const std::vector<bench::Row> mapRows = {
+    const std::vector<Row> mapRows = {
         {"look up by key, 1,000", small.findKey, measureMap(kSmall), kMapLimit},
         {"look up by key, 1,000,000", large.findKey, measureMap(kLarge), kMapLimit},
     };
-    bench::report("collection (ours) to std::unordered_map (theirs)", mapRows);
-    return bench::withinLimits(growthRows) && bench::withinLimits(mapRows) ? 0 : 1;
+    return report("collection (ours) to std::unordered_map (theirs)", mapRows) && grows;
 }

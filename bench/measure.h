@@ -78,12 +78,8 @@ struct Row {
     bool withinLimit() const { return ratio() <= limit; }
 };
 
-inline bool withinLimits(const std::vector<Row>& rows) {
-    return std::all_of(rows.begin(), rows.end(), [](const Row& row) { return row.withinLimit(); });
-}
-
-// Prints an aligned table to standard output.
-inline void report(std::string_view title, const std::vector<Row>& rows) {
+// Prints an aligned table to standard output; whether every row is within its limit.
+inline bool report(std::string_view title, const std::vector<Row>& rows) {
     std::size_t width = title.size();
     for (const Row& row : rows) width = std::max(width, row.what.size());
     const int column = static_cast<int>(width);
@@ -94,6 +90,7 @@ inline void report(std::string_view title, const std::vector<Row>& rows) {
                     row.theirs, row.ratio(), row.limit, row.withinLimit() ? "ok" : "OVER");
     }
     std::printf("\n");
+    return std::all_of(rows.begin(), rows.end(), [](const Row& row) { return row.withinLimit(); });
 }
 
 }  // namespace bench

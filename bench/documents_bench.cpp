@@ -1,0 +1,292 @@
+// Loading and saving preferences against a plain program on the same XML DOM.
+#include <xml_types.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <vector>
+
+#include "bench/client.h"
+#include "bench/tables.h"
+
+namespace bench {
+
+namespace {
+
+constexpr int kItems = 2'500;
+const wchar_t* const kSections[] = {L"PP", L"UI", L"DP", L"KV"};
+const wchar_t* const kDescriptions[] = {L"Printer Preferences", L"User Interface", L"Default Path",
+                                        L"Key Value"};
+
+using Attribute = std::pair<std::wstring, std::wstring>;
+struct PlainItem {
+    std::wstring group;
+    std::vector<Attribute> attributes;
+};
+
+PlainItem plainItem(const std::wstring& section, int number) {
+    const std::wstring id = L"ITEM" + std::to_wstring(number);
+    PlainItem item{L"GROUP" + std::to_wstring(number % 10), {{L"id", id}}};
+    if (section == L"PP") {
+        item.attributes.insert(item.attributes.end(), {{L"paperbin", L"1"},
+                                                       {L"papersize", L"9"},
+                                                       {L"orientation", L"1"},
+                                                       {L"copies", L"2"},
+                                                       {L"printername", L"PRINTER"}});
+    } else if (section == L"UI") {
+        item.attributes.insert(item.attributes.end(), {{L"screenwxh", L"1024x768"},
+                                                       {L"width", L"5000"},
+                                                       {L"height", L"4000"},
+                                                       {L"left", L"100"},
+                                                       {L"top", L"200"},
+                                                       {L"windowstate", L"0"},
+                                                       {L"tag", L""}});
+    } else if (section == L"DP") {
+        item.attributes.insert(item.attributes.end(),
+                               {{L"path", L"C:\\Data\\"}, {L"file", L"list"}, {L"ext", L"csv"}});
+    } else {
+        item.attributes.insert(item.attributes.end(), {{L"value", L"some value"}, {L"key", id}});
+    }
+    return item;
+}
+
+ComPtr<IXMLDOMDocument2> newDocument() {
+    CLSID id;
+    ComPtr<IXMLDOMDocument2> document;
+    require(CLSIDFromProgID(L"Msxml2.DOMDocument.6.0", &id), "finding the XML parser");
+    require(CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER, IID_PPV_ARGS(&document)),
+            "creating the XML parser");
+    document->put_async(VARIANT_FALSE);
+    return document;
+}
+
+ComPtr<IXMLDOMDocument2> loadDocument(const std::wstring& path) {
+    auto document = newDocument();
+    const Text name(path);
+    VARIANT source{};
+    source.vt = VT_BSTR;
+    source.bstrVal = name;
+    VARIANT_BOOL loaded = VARIANT_FALSE;
+    require(document->load(source, &loaded), "loading");
+    return document;
+}
+
+ComPtr<IXMLDOMNode> selectNode(IXMLDOMDocument2* document, const std::wstring& path) {
+    ComPtr<IXMLDOMNode> node;
+    document->selectSingleNode(Text(path), &node);
+    return node;
+}
+
+std::wstring sectionPath(const std::wstring& section) {
+    return L"//UserPreferences/App[@id=\"SALES\"]/App_User[@id=\"ANA\"]/" + section +
+           L"_Section[@id=\"" + section + L"\"]";
+}
+
+void setAttribute(IXMLDOMElement* element, const std::wstring& name, const std::wstring& value) {
+    const Text text(value);
+    VARIANT content{};
+    content.vt = VT_BSTR;
+    content.bstrVal = text;
+    require(element->setAttribute(Text(name), content), "setting an attribute");
+}
+
+ComPtr<IXMLDOMElement> appendElement(IXMLDOMDocument2* document, IXMLDOMNode* parent,
+                                     const std::wstring& name) {
+    ComPtr<IXMLDOMElement> element;
+    require(document->createElement(Text(name), &element), "creating an element");
+    require(parent->appendChild(element.Get(), nullptr), "appending an element");
+    return element;
+}
+
+ComPtr<IXMLDOMElement> appendWithId(IXMLDOMDocument2* document, IXMLDOMNode* parent,
+                                    const std::wstring& name, const std::wstring& id) {
+    auto element = appendElement(document, parent, name);
+    setAttribute(element.Get(), L"id", id);
+    return element;
+}
+
+// Reads every attribute of every item of one section, as a program without preferences would.
+std::size_t plainRead(IXMLDOMDocument2* document, const std::wstring& section,
+                      std::vector<PlainItem>& items) {
+    ComPtr<IXMLDOMNode> group;
+    selectNode(document, sectionPath(section))->get_firstChild(&group);
+    while (group) {
+        ComPtr<IXMLDOMNamedNodeMap> groupAttributes;
+        ComPtr<IXMLDOMNode> groupId;
+        group->get_attributes(&groupAttributes);
+        groupAttributes->get_item(0, &groupId);
+        BSTR groupText = nullptr;
+        groupId->get_text(&groupText);
+        ComPtr<IXMLDOMNode> item;
+        group->get_firstChild(&item);
+        while (item) {
+            PlainItem read{groupText, {}};
+            ComPtr<IXMLDOMNamedNodeMap> attributes;
+            item->get_attributes(&attributes);
+            for (long i = 0;; ++i) {
+                ComPtr<IXMLDOMNode> attribute;
+                if (attributes->get_item(i, &attribute) != S_OK) break;
+                BSTR name = nullptr;
+                BSTR value = nullptr;
+                attribute->get_nodeName(&name);
+                attribute->get_text(&value);
+                read.attributes.emplace_back(name, value);
+                SysFreeString(name);
+                SysFreeString(value);
+            }
+            items.push_back(std::move(read));
+            ComPtr<IXMLDOMNode> next;
+            item->get_nextSibling(&next);
+            item = next;
+        }
+        SysFreeString(groupText);
+        ComPtr<IXMLDOMNode> next;
+        group->get_nextSibling(&next);
+        group = next;
+    }
+    return items.size();
+}
+
+// Replaces one section in the document and saves it.
+void plainSave(const std::wstring& path, std::size_t section, const std::vector<PlainItem>& items) {
+    const std::wstring id = kSections[section];
+    auto document = loadDocument(path);
+    if (auto old = selectNode(document.Get(), sectionPath(id))) {
+        ComPtr<IXMLDOMNode> parent;
+        old->get_parentNode(&parent);
+        parent->removeChild(old.Get(), nullptr);
+    }
+    auto user =
+        selectNode(document.Get(), L"//UserPreferences/App[@id=\"SALES\"]/App_User[@id=\"ANA\"]");
+    auto element = appendWithId(document.Get(), user.Get(), id + L"_Section", id);
+    setAttribute(element.Get(), L"description", kDescriptions[section]);
+    std::vector<std::pair<std::wstring, ComPtr<IXMLDOMElement>>> groups;
+    for (const PlainItem& item : items) {
+        auto group = std::find_if(groups.begin(), groups.end(),
+                                  [&](const auto& known) { return known.first == item.group; });
+        if (group == groups.end()) {
+            groups.emplace_back(item.group, appendWithId(document.Get(), element.Get(),
+                                                         id + L"_Group", item.group));
+            group = groups.end() - 1;
+        }
+        ComPtr<IXMLDOMElement> made;
+        document->createElement(Text(id + L"_Item"), &made);
+        for (const auto& [name, value] : item.attributes) setAttribute(made.Get(), name, value);
+        group->second->appendChild(made.Get(), nullptr);
+    }
+    const Text name(path);
+    VARIANT target{};
+    target.vt = VT_BSTR;
+    target.bstrVal = name;
+    require(document->save(target), "saving");
+}
+
+void writeEmptyDocument(const std::wstring& path) {
+    auto document = newDocument();
+    VARIANT_BOOL loaded = VARIANT_FALSE;
+    document->loadXML(
+        Text(L"<UserPreferences version=\"1\"><App id=\"SALES\"><App_User id=\"ANA\"/>"
+             L"</App></UserPreferences>"),
+        &loaded);
+    const Text name(path);
+    VARIANT target{};
+    target.vt = VT_BSTR;
+    target.bstrVal = name;
+    require(document->save(target), "saving");
+}
+
+// Preferences of their own, started, with all sections in one document.
+ComPtr<_UPUtil> startPreferences(const std::wstring& path) {
+    const auto root = create<_Preferences>(L"VelaUtil10.Preferences");
+    ComPtr<_UPUtil> shared;
+    ComPtr<_UPUtil> preferences;
+    ComPtr<_UPDataSources> sources;
+    require(root->get_MyPreferences(&shared), "the shared preferences");
+    require(shared->NewPreferences(&preferences), "new preferences");
+    require(preferences->get_ActiveDataSources(&sources), "the data sources");
+    const Text name(path);
+    VARIANT source{};
+    source.vt = VT_BSTR;
+    source.bstrVal = name;
+    sources->put_LocalSource(source);
+    sources->put_SharedSource(source);
+    VARIANT started;
+    require(preferences->StartUPM(Text(L"SALES"), Text(L"ANA"), &started), "starting");
+    return preferences;
+}
+
+ComPtr<_IUPSection> sectionOf(_UPUtil* preferences, const wchar_t* id) {
+    ComPtr<_UPManager> manager;
+    ComPtr<_UPSections> sections;
+    ComPtr<_IUPSection> section;
+    const Text name(id);
+    VARIANT index{};
+    index.vt = VT_BSTR;
+    index.bstrVal = name;
+    preferences->get_ActiveUPM(&manager);
+    manager->get_PreferenceSections(&sections);
+    require(sections->get_section(index, &section), "a section");
+    return section;
+}
+
+void markAllUnsaved(_UPUtil* preferences) {
+    for (const wchar_t* id : kSections) sectionOf(preferences, id)->put_Saved(VARIANT_FALSE);
+}
+
+std::vector<Row> loadAndSave() {
+    const std::wstring folder = std::filesystem::temp_directory_path().wstring();
+    const std::wstring ours = folder + L"vela-bench-ours.xml";
+    const std::wstring theirs = folder + L"vela-bench-theirs.xml";
+    std::vector<PlainItem> items[4];
+    for (std::size_t s = 0; s < 4; ++s) {
+        for (int i = 0; i < kItems; ++i) items[s].push_back(plainItem(kSections[s], i));
+    }
+    for (const std::wstring& path : {ours, theirs}) {
+        writeEmptyDocument(path);
+        for (std::size_t s = 0; s < 4; ++s) plainSave(path, s, items[s]);
+    }
+
+    ComPtr<_UPUtil> preferences;
+    const auto [ourLoad, theirLoad] =
+        alternately([&] { preferences = startPreferences(ours); },
+                    [&] {
+                        auto document = loadDocument(theirs);
+                        for (const wchar_t* id : kSections) {
+                            std::vector<PlainItem> read;
+                            if (plainRead(document.Get(), id, read) != kItems)
+                                require(E_FAIL, "reading");
+                        }
+                    },
+                    [&] { preferences.Reset(); });
+
+    for (const wchar_t* id : kSections) {
+        SHORT count = 0;
+        ComPtr<_UPItems> loaded;
+        sectionOf(preferences.Get(), id)->get_Items(&loaded);
+        loaded->get_Count(&count);
+        if (count != kItems) require(E_FAIL, "loading every item");
+    }
+    ComPtr<_UPManager> manager;
+    preferences->get_ActiveUPM(&manager);
+    const auto [ourSave, theirSave] = alternately(
+        [&] {
+            VARIANT_BOOL saved = VARIANT_FALSE;
+            require(manager->Save(&saved), "saving");
+        },
+        [&] {
+            for (std::size_t s = 0; s < 4; ++s) plainSave(theirs, s, items[s]);
+        },
+        [&] { markAllUnsaved(preferences.Get()); });
+    manager.Reset();
+    preferences.Reset();
+    for (const std::wstring& path : {ours, theirs}) DeleteFileW(path.c_str());
+    return {{"load 4 sections of 2,500 items", ourLoad, theirLoad, 1.3},
+            {"save 4 sections of 2,500 items", ourSave, theirSave, 1.3}};
+}
+
+}  // namespace
+
+bool documents() {
+    return report("documents (ours) to a plain program on the same DOM", loadAndSave());
+}
+
+}  // namespace bench

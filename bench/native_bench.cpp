@@ -1,0 +1,10 @@
+// What the algorithms take, on this machine. Fails when a limit is exceeded.
+#include <initializer_list>
+
+#include "bench/tables.h"
+
+int main() {
+    bool good = true;
+    for (const auto table : {bench::keyedCollection}) good = table() && good;
+    return good ? 0 : 1;
+}

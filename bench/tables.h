@@ -1,0 +1,15 @@
+// The tables of the benchmarks. Each function prints its own and tells whether every row is within
+// its limit.
+#pragma once
+
+namespace bench {
+
+// The algorithms, natively.
+bool keyedCollection();
+
+// Clients of the registered library.
+bool lateBinding();
+bool collection();
+bool documents();
+
+}  // namespace bench

@@ -13,8 +13,7 @@
 
 namespace vela::detail {
 
-// Wide enough for few levels, small enough that shifting a node costs less than reaching it.
-constexpr unsigned kCapacity = 128;
+constexpr unsigned kCapacity = kTreeCapacity;
 static_assert((kCapacity & (kCapacity - 1)) == 0);
 // Appending leaves full nodes behind, but for some room that later insertions can use.
 constexpr unsigned kKeptOnAppend = kCapacity - kCapacity / 8;
@@ -24,20 +23,9 @@ constexpr unsigned kJoined = kCapacity - kCapacity / 4;
 
 constexpr std::size_t kFewestSlots = 16;
 
-struct TreeNode {
-    TreeInner* parent = nullptr;
-    unsigned count = 0;
-};
-
-struct TreeLeaf : TreeNode {
-    TreeLeaf* previous = nullptr;
-    TreeLeaf* next = nullptr;
-    EntryHead* entries[kCapacity];
-
-    unsigned indexOf(const EntryHead* entry) const {
-        return static_cast<unsigned>(std::find(entries, entries + count, entry) - entries);
-    }
-};
+unsigned TreeLeaf::indexOf(const EntryHead* entry) const {
+    return static_cast<unsigned>(std::find(entries, entries + count, entry) - entries);
+}
 
 struct TreeInner : TreeNode {
     static constexpr std::size_t kNever = static_cast<std::size_t>(-1);
@@ -453,10 +441,13 @@ CursorCore& CursorCore::operator=(const CursorCore& other) {
     return *this;
 }
 
-EntryHead* CursorCore::next() {
+EntryHead* CursorCore::nextElsewhere() {
     if (owner_ == nullptr) return nullptr;
     EntryHead* entry = last_ == nullptr ? owner_->at(1) : owner_->tree().next(last_);
-    if (entry != nullptr) last_ = entry;
+    if (entry == nullptr) return nullptr;
+    last_ = entry;
+    leaf_ = entry->leaf;
+    place_ = leaf_->indexOf(entry);
     return entry;
 }
 

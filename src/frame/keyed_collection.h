@@ -30,7 +30,6 @@
 namespace vela {
 namespace detail {
 
-struct TreeNode;
 struct TreeLeaf;
 struct TreeInner;
 
@@ -46,6 +45,22 @@ struct EntryHead {
     const wchar_t* keyText() const { return reinterpret_cast<const wchar_t*>(this + 1); }
     // What FoldedKey::hash() is for the key. Requires one.
     std::uint32_t keyHash() const;
+};
+
+// Wide enough for few levels, small enough that shifting a node costs less than reaching it.
+inline constexpr unsigned kTreeCapacity = 128;
+
+struct TreeNode {
+    TreeInner* parent = nullptr;
+    unsigned count = 0;
+};
+
+struct TreeLeaf : TreeNode {
+    TreeLeaf* previous = nullptr;
+    TreeLeaf* next = nullptr;
+    EntryHead* entries[kTreeCapacity];
+
+    unsigned indexOf(const EntryHead* entry) const;
 };
 
 // A key as the caller wrote it, hashed as if folded. Views the caller's text; never allocates.
@@ -167,17 +182,28 @@ class CursorCore {
     CursorCore& operator=(const CursorCore& other);
     ~CursorCore() { detach(); }
 
-    EntryHead* next();
+    // Within a leaf the step is to the neighbouring place, without a search. Where that is does not
+    // depend on the entry itself, so that the processor need not wait for it.
+    EntryHead* next() {
+        const bool inLeaf = last_ != nullptr && last_->leaf == leaf_ && place_ + 1 < leaf_->count &&
+                            leaf_->entries[place_] == last_;
+        return inLeaf ? last_ = leaf_->entries[++place_] : nextElsewhere();
+    }
     void reset() { last_ = nullptr; }
 
   private:
     friend class CollectionCore;
 
+    EntryHead* nextElsewhere();
+
     void attach(CollectionCore* owner);
     void detach();
 
     CollectionCore* owner_ = nullptr;  // null once the collection is gone
-    EntryHead* last_ = nullptr;        // the last entry delivered, null before the first
+    EntryHead* last_ = nullptr;        // the last entry delivered; null before the first, and with
+                                       // the collection gone
+    TreeLeaf* leaf_ = nullptr;         // which listed it when it was delivered, and where
+    unsigned place_ = 0;
     CursorCore* previous_ = nullptr;
     CursorCore* next_ = nullptr;
 };

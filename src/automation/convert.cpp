@@ -33,6 +33,21 @@ bool holdsObject(const VARIANT& source) {
     return type == VT_DISPATCH || type == VT_UNKNOWN;
 }
 
+Variant objectVariant(IUnknown* object) {
+    Variant value(static_cast<IDispatch*>(nullptr));
+    if (object) object->QueryInterface(IID_PPV_ARGS(&value.pdispVal));
+    return value;
+}
+
+std::optional<double> numberIn(const VARIANT& value) {
+    Variant number;
+    const VARTYPE type = dereferenced(value).vt & ~VT_BYREF;
+    if (type == VT_DATE || holdsObject(value) || FAILED(change(&number, value, VT_R8))) {
+        return std::nullopt;
+    }
+    return number.dblVal;
+}
+
 Variant converted(const VARIANT& value, VARTYPE type) {
     Variant result;
     const HRESULT outcome = change(&result, value, type);

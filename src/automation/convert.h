@@ -8,6 +8,7 @@
 
 #include <limits>
 #include <new>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <type_traits>
@@ -132,6 +133,12 @@ inline bool isText(const VARIANT& value) { return (dereferenced(value).vt & ~VT_
 IDispatch* objectIn(const VARIANT& value);
 // Whether a variant holds an object (which may be null) rather than a plain value.
 bool holdsObject(const VARIANT& value);
+// A variant that holds an object as callers know it: the object itself where a stand-in was made
+// for it.
+Variant objectVariant(IUnknown* object);
+// The number that a variant holds, as a number or as text under the user's locale; Empty is 0.
+// Dates, Null and objects are none.
+std::optional<double> numberIn(const VARIANT& value);
 // The value as text under the user's locale, booleans as "True" and "False". Throws Error 13.
 std::wstring textOf(const VARIANT& value);
 // The value converted to `type` under the user's locale. Throws Error 13 or 6.

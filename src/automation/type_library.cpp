@@ -2,15 +2,19 @@
 
 namespace vela {
 
-std::wstring modulePath() {
+HMODULE moduleHandle() {
     HMODULE module = nullptr;
     GetModuleHandleExW(
         GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-        reinterpret_cast<const wchar_t*>(&modulePath), &module);
+        reinterpret_cast<const wchar_t*>(&moduleHandle), &module);
+    return module;
+}
+
+std::wstring modulePath() {
     std::wstring path(MAX_PATH, L'\0');
     for (;;) {
         const DWORD length =
-            GetModuleFileNameW(module, path.data(), static_cast<DWORD>(path.size()));
+            GetModuleFileNameW(moduleHandle(), path.data(), static_cast<DWORD>(path.size()));
         if (length < path.size()) {
             path.resize(length);
             return path;

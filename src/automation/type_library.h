@@ -9,7 +9,8 @@
 
 namespace vela {
 
-// The path of the module that this code is in.
+// The module that this code is in, and its path.
+HMODULE moduleHandle();
 std::wstring modulePath();
 // The type library, loaded on first use and kept; null with the failure in `outcome`. Borrowed.
 ITypeLib* typeLibrary(HRESULT* outcome = nullptr);

@@ -3,6 +3,7 @@
 #include "frame/foreign_collection.h"
 #include "frame/last_error.h"
 #include "frame/shared_instances.h"
+#include "notifications/shared.h"
 
 namespace vela {
 
@@ -15,14 +16,14 @@ HRESULT SysUtil::get_Geo(_GeoUtil** result) { return answer(result, sharedInstan
 HRESULT SysUtil::get_Play(_PlayUtil** result) { return answer(result, sharedInstance<_PlayUtil>); }
 
 HRESULT SysUtil::get_Notifications(_Notifications** result) {
-    return answer(result, sharedInstance<_Notifications>);
+    return answer(result, sharedNotifications);
 }
 
 HRESULT SysUtil::get_EventHistory(_EventHistory** result) {
     return answer(result, sharedInstance<_EventHistory>);
 }
 
-HRESULT SysUtil::get_Pulsar(_Pulsar** result) { return answer(result, sharedInstance<_Pulsar>); }
+HRESULT SysUtil::get_Pulsar(_Pulsar** result) { return answer(result, sharedPulsar); }
 
 HRESULT SysUtil::SaveMyError(SHORT type, LONG number, BSTR description, BSTR source) {
     return guard([&] {

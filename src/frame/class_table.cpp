@@ -7,6 +7,8 @@
 #include "frame/MyUtil.h"
 #include "frame/SysUtil.h"
 #include "frame/shared_instances.h"
+#include "notifications/EventHistory.h"
+#include "notifications/Notification.h"
 #include "preferences/DPItem.h"
 #include "preferences/KVItem.h"
 #include "preferences/PPItem.h"
@@ -60,9 +62,10 @@ class ClassFactory final : public Counted<IClassFactory> {
 
 CreateFunction creatorOf(const CLSID& id) {
     static const Entry table[] = {
-        entry<Collection>(), entry<DPItem>(),      entry<KVItem>(), entry<MyUtil>(),
-        entry<PPItem>(),     entry<Preferences>(), entry<RPItem>(), entry<RPManager>(),
-        entry<SysUtil>(),    entry<TextUtil>(),    entry<UIItem>(),
+        entry<Collection>(), entry<DPItem>(),       entry<EventHistory>(), entry<KVItem>(),
+        entry<MyUtil>(),     entry<Notification>(), entry<PPItem>(),       entry<Preferences>(),
+        entry<RPItem>(),     entry<RPManager>(),    entry<SysUtil>(),      entry<TextUtil>(),
+        entry<UIItem>(),
     };
     const auto found = std::find_if(std::begin(table), std::end(table),
                                     [&](const Entry& entry) { return entry.id == id; });

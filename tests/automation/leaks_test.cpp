@@ -1,9 +1,7 @@
 // Ten thousand rounds of what clients do leave no object and no memory behind.
-#include <functional>
-
+#include "support/leaks.h"
 #include "automation/enumerator.h"
 #include "frame/Collection.h"
-#include "support/support.h"
 #include "text/TextUtil.h"
 
 namespace vela {
@@ -11,34 +9,9 @@ namespace {
 
 using test::arg;
 using test::byReference;
+using test::expectNoGrowth;
 
-// How many blocks are allocated, in all heaps of this process.
-long allocatedBlocks() {
-    HANDLE heaps[64];
-    const DWORD count = GetProcessHeaps(64, heaps);
-    long blocks = 0;
-    for (DWORD i = 0; i < count; ++i) {
-        PROCESS_HEAP_ENTRY entry{};
-        HeapLock(heaps[i]);
-        while (HeapWalk(heaps[i], &entry)) {
-            if (entry.wFlags & PROCESS_HEAP_ENTRY_BUSY) ++blocks;
-        }
-        HeapUnlock(heaps[i]);
-    }
-    return blocks;
-}
-
-class AutomationLeaks : public test::NoObjectsLeft {
-  protected:
-    static void expectNoGrowth(const std::function<void()>& round) {
-        constexpr int kRounds = 10000;
-        for (int i = 0; i < 100; ++i) round();  // caches fill
-        const long before = allocatedBlocks();
-        EXPECT_GT(before, 100);
-        for (int i = 0; i < kRounds; ++i) round();
-        EXPECT_LT(allocatedBlocks() - before, kRounds / 50);
-    }
-};
+class AutomationLeaks : public test::NoObjectsLeft {};
 
 TEST_F(AutomationLeaks, AbsentFromCreationAndAssignment) {
     const Bstr key(L"chave de um valor guardado");

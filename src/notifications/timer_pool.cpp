@@ -1,0 +1,114 @@
+#include "notifications/timer_pool.h"
+
+#include <algorithm>
+
+#include "automation/error.h"
+#include "automation/type_library.h"
+#include "frame/shared_instances.h"
+
+namespace vela {
+
+namespace {
+
+constexpr GUID kPoolKey = {
+    0x7d1c6b0e, 0x51f4, 0x4e7a, {0x8b, 0x0c, 0x2f, 0x6a, 0x94, 0xd3, 0xe8, 0x15}};
+constexpr wchar_t kWindowClass[] = L"VelaUtil10.Timers";
+
+[[noreturn]] void raiseLastError() {
+    check(HRESULT_FROM_WIN32(GetLastError()));
+    raise(RuntimeError::InvalidProcedureCall);
+}
+
+// The platform knows timers by a number other than 0.
+UINT_PTR timerOf(std::size_t index) { return index + 1; }
+
+}  // namespace
+
+std::shared_ptr<TimerPool> TimerPool::shared() {
+    const auto slot = sharedSlot(
+        kPoolKey,
+        [] {
+            const auto pool = std::make_shared<TimerPool>();
+            return std::shared_ptr<void>(pool.get(), [pool](void*) { pool->close(); });
+        },
+        false);
+    return static_cast<TimerPool*>(slot.get())->shared_from_this();
+}
+
+SHORT TimerPool::add(Ticking& pulsar, IUnknown* object) {
+    const auto isFree = [](const Slot& slot) { return slot.pulsar == nullptr; };
+    auto place =
+        slots_.empty() ? slots_.end() : std::find_if(slots_.begin() + 1, slots_.end(), isFree);
+    const SHORT index = count16(static_cast<std::size_t>(place - slots_.begin()));
+    if (place == slots_.end()) place = slots_.insert(place, Slot{});
+    place->pulsar = &pulsar;
+    place->object = object;
+    return index;
+}
+
+void TimerPool::enable(SHORT index, LONG interval) {
+    if (closed_) return;
+    disable(index);
+    if (interval <= 0) return;
+    if (!SetTimer(window(), timerOf(index), static_cast<UINT>(interval), nullptr)) raiseLastError();
+    slots_[index].kept = slots_[index].object;
+}
+
+void TimerPool::disable(SHORT index) {
+    if (closed_) return;
+    if (window_) KillTimer(window_, timerOf(index));
+    const auto last = std::exchange(slots_[index].kept, nullptr);
+}
+
+void TimerPool::release(SHORT index) {
+    disable(index);
+    if (index > 0 && !closed_) slots_[index] = Slot{};
+}
+
+void TimerPool::forget(const Ticking& pulsar) {
+    const auto found = std::find_if(slots_.begin(), slots_.end(),
+                                    [&](const Slot& slot) { return slot.pulsar == &pulsar; });
+    if (found != slots_.end()) *found = Slot{};
+}
+
+LRESULT CALLBACK TimerPool::handle(HWND window, UINT message, WPARAM timer, LPARAM value) {
+    if (message != WM_TIMER) return DefWindowProcW(window, message, timer, value);
+    auto* pool = reinterpret_cast<TimerPool*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    const auto alive = pool->shared_from_this();
+    // A subscriber's error has nobody to go to: it ends this tick.
+    quietly([&] { pool->tick(timer - timerOf(0)); });
+    return 0;
+}
+
+void TimerPool::tick(std::size_t index) {
+    // A tick may still arrive that was due when its timer was disabled.
+    if (index >= slots_.size() || !slots_[index].kept) return;
+    const auto alive = slots_[index].kept;
+    slots_[index].pulsar->tick();
+}
+
+HWND TimerPool::window() {
+    if (window_) return window_;
+    WNDCLASSW timers{};
+    timers.lpfnWndProc = handle;
+    timers.hInstance = moduleHandle();
+    timers.lpszClassName = kWindowClass;
+    if (!RegisterClassW(&timers) && GetLastError() != ERROR_CLASS_ALREADY_EXISTS) raiseLastError();
+    window_ = CreateWindowExW(0, kWindowClass, nullptr, 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr,
+                              timers.hInstance, nullptr);
+    if (!window_) raiseLastError();
+    SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+    return window_;
+}
+
+void TimerPool::close() {
+    closed_ = true;
+    if (window_) {
+        DestroyWindow(window_);
+        UnregisterClassW(kWindowClass, moduleHandle());
+    }
+    // Pulsars that only their timers kept alive go now.
+    std::exchange(slots_, {}).clear();
+}
+
+}  // namespace vela

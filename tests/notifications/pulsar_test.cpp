@@ -1,0 +1,171 @@
+// Pulsars: their slots, their patterns tick by tick, and real ticks of a message loop.
+#include <thread>
+
+#include "automation/late_bound.h"
+#include "notifications/Pulsar.h"
+#include "notifications/notifications_support.h"
+#include "notifications/shared.h"
+
+namespace vela {
+namespace {
+
+// Pulsars of an apartment of their own, which ends with the test; counts the pulses of each.
+class NotificationsPulsar : public testing::Test {
+  protected:
+    template <class Body>
+    void inApartment(Body body) {
+        const LONG before = liveObjects;
+        std::thread([&] {
+            ASSERT_EQ(CoInitialize(nullptr), S_OK);
+            body();
+            CoUninitialize();
+        }).join();
+        EXPECT_EQ(liveObjects, before);
+    }
+    static ComPtr<Pulsar> create(LONG interval = 60000) {
+        ComPtr<_Pulsar> pulsar;
+        EXPECT_EQ(sharedPulsar()->CreatePulsar(interval, &pulsar), S_OK);
+        return own<Pulsar>(pulsar.Get());
+    }
+    static void listen(_Pulsar* pulsar, std::function<HRESULT()> heard) {
+        ComPtr<IConnectionPointContainer> container;
+        ComPtr<IConnectionPoint> point;
+        const auto sink = adopted(new test::LateObject);
+        sink->invoked = [heard](auto&&...) { return heard(); };
+        DWORD cookie = 0;
+        ASSERT_EQ(pulsar->QueryInterface(IID_PPV_ARGS(&container)), S_OK);
+        ASSERT_EQ(container->FindConnectionPoint(__uuidof(__Pulsar), &point), S_OK);
+        ASSERT_EQ(point->Advise(sink.Get(), &cookie), S_OK);
+    }
+    static SHORT indexOf(_Pulsar* pulsar) {
+        SHORT index = -1;
+        EXPECT_EQ(pulsar->get_Index(&index), S_OK);
+        return index;
+    }
+    // Runs the message loop until `done`, at most `limit` milliseconds.
+    static void pump(const std::function<bool()>& done, DWORD limit) {
+        const DWORD start = GetTickCount();
+        MSG message;
+        while (!done() && GetTickCount() - start < limit) {
+            MsgWaitForMultipleObjects(0, nullptr, FALSE, 10, QS_ALLINPUT);
+            while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) DispatchMessageW(&message);
+        }
+    }
+};
+
+TEST_F(NotificationsPulsar, TakesTheLowestFreeSlotButTheFirst) {
+    inApartment([&] {
+        EXPECT_EQ(indexOf(sharedPulsar().Get()), 0);
+        const auto one = create();
+        const auto two = create();
+        auto three = create();
+        EXPECT_EQ(indexOf(three.Get()), 3);
+        EXPECT_EQ(two->Dispose(), S_OK);
+        EXPECT_EQ(one->Dispose(), S_OK);
+        const auto again = create();
+        EXPECT_EQ(indexOf(again.Get()), 1);
+        three.Reset();  // a stopped pulsar goes with its last reference
+        const auto next = create();
+        const auto last = create();
+        EXPECT_EQ(indexOf(next.Get()), 2);
+        EXPECT_EQ(indexOf(last.Get()), 3);
+        EXPECT_EQ(sharedPulsar()->Dispose(), S_OK);
+        EXPECT_EQ(indexOf(create().Get()), 4);
+    });
+}
+
+TEST_F(NotificationsPulsar, KeepsItsPlaceInThePattern) {
+    inApartment([&] {
+        const auto pulsar = create();
+        std::string pulses;
+        listen(pulsar.Get(), [&] { return pulses += '!', E_FAIL; });
+        const auto ticks = [&](const wchar_t* pattern, int count) {
+            EXPECT_EQ(pulsar->put_PulsePattern(Bstr(pattern).get()), S_OK);
+            pulses.clear();
+            for (int i = 0; i < count; ++i) {
+                pulsar->tick();
+                pulses += '.';
+            }
+            return pulses;
+        };
+        EXPECT_EQ(ticks(L"101", 7), "!..!.!..!.!.");
+        EXPECT_EQ(pulsar->StartPulse(), S_OK);
+        EXPECT_EQ(pulsar->StopPulse(), S_OK);
+        EXPECT_EQ(ticks(L"101", 2), ".!.");
+        EXPECT_EQ(ticks(L"00x1", 3), "...");
+        EXPECT_EQ(ticks(L"1", 2), ".!.");  // behind the end of the shorter pattern
+        EXPECT_EQ(ticks(L"", 2), "!.!.");
+        EXPECT_EQ(ticks(L"0", 3), "...");
+    });
+}
+
+TEST_F(NotificationsPulsar, TicksInTheMessageLoop) {
+    inApartment([&] {
+        auto running = create(20);
+        const auto never = create(0);
+        const auto backwards = create(-1);
+        int pulses = 0;
+        int none = 0;
+        listen(running.Get(), [&] { return ++pulses, S_OK; });
+        for (const auto& silent : {never, backwards}) {
+            listen(silent.Get(), [&] { return ++none, S_OK; });
+            EXPECT_EQ(silent->StartPulse(), S_OK);
+            VARIANT_BOOL stopped = VARIANT_TRUE;
+            EXPECT_EQ(silent->get_Stopped(&stopped), S_OK);
+            EXPECT_EQ(stopped, VARIANT_FALSE);
+        }
+        EXPECT_EQ(running->put_PulseInterval(2'000'000'000), S_OK);  // from the next start on
+        EXPECT_EQ(running->put_PulseInterval(20), S_OK);
+        EXPECT_EQ(running->StartPulse(), S_OK);
+        EXPECT_EQ(running->put_PulseInterval(2'000'000'000), S_OK);
+        Pulsar* const alone = running.Get();
+        running.Reset();  // its timer keeps it alive
+        pump([&] { return pulses >= 3; }, 20'000);
+        EXPECT_GE(pulses, 3);
+        EXPECT_EQ(none, 0);
+        EXPECT_EQ(alone->StartPulse(), S_OK);  // now with the long interval
+        const int before = pulses;
+        pump([] { return false; }, 200);
+        EXPECT_EQ(pulses, before);
+    });  // the pulsar that still runs goes with the apartment
+}
+
+TEST_F(NotificationsPulsar, FeedsTheSharedNotification) {
+    inApartment([&] {
+        int pulses = 0;
+        const auto listener = make<test::Listener>([&](auto, auto E) {
+            EXPECT_EQ(test::idIn(*E), SystemNotifications::Pulse);
+            EXPECT_EQ(test::parameterIn(*E).vt, VT_EMPTY);
+            return ++pulses, E_ACCESSDENIED;
+        });
+        ComPtr<_INotification> onPulse;
+        ASSERT_EQ(sharedNotifications()->get_OnPulse(&onPulse), S_OK);
+        test::subscribe(onPulse.Get(), listener.Get());
+        const auto shared = own<Pulsar>(sharedPulsar().Get());
+        EXPECT_EQ(shared->put_PulsePattern(Bstr(L"0").get()), S_OK);  // ignored
+        EXPECT_THROW(shared->tick(), Error);
+        EXPECT_EQ(shared->put_PulseInterval(20), S_OK);
+        EXPECT_EQ(shared->StartPulse(), S_OK);
+        pump([&] { return pulses >= 3; }, 20'000);  // errors do not end it
+        EXPECT_GE(pulses, 3);
+    });
+}
+
+TEST_F(NotificationsPulsar, MayBeStoppedAndMadeFromWithinAPulse) {
+    inApartment([&] {
+        const auto pulsar = create(20);
+        std::vector<ComPtr<Pulsar>> made;
+        listen(pulsar.Get(), [&] {
+            for (int i = 0; i < 50; ++i) made.push_back(create());
+            return pulsar->Dispose();
+        });
+        EXPECT_EQ(pulsar->StartPulse(), S_OK);
+        pump([&] { return !made.empty(); }, 20'000);
+        pump([] { return false; }, 100);
+        EXPECT_EQ(made.size(), 50u);
+        EXPECT_EQ(indexOf(create().Get()), 1);
+    });
+}
+
+}  // namespace
+}  // namespace vela

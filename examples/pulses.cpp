@@ -1,0 +1,161 @@
+// Receives pulses in a message loop and prints each: those of a pulsar of its own, as events, and
+// those of the shared pulsar, as a notification.
+//
+//     ./dev wine build/win32/examples/pulses.exe
+#include <windows.h>
+
+#include <VelaUtil10.h>
+#include <ocidl.h>
+#include <wrl/client.h>
+
+#include <cstdio>
+
+using Microsoft::WRL::ComPtr;
+
+namespace {
+
+constexpr long kPulses = 5;
+
+long ownPulses = 0;
+long sharedPulses = 0;
+
+void check(HRESULT result) {
+    if (FAILED(result)) throw result;
+}
+
+// What an object that is only called back needs of automation. It lives on the stack.
+template <class Interface>
+class Callback : public Interface {
+  public:
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** result) override {
+        const bool known = id == IID_IUnknown || id == IID_IDispatch || id == __uuidof(Interface);
+        *result = known ? this : nullptr;
+        return known ? S_OK : E_NOINTERFACE;
+    }
+    ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
+    ULONG STDMETHODCALLTYPE Release() override { return 1; }
+    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override { return *count = 0, S_OK; }
+    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override {
+        return DISP_E_UNKNOWNNAME;
+    }
+    HRESULT STDMETHODCALLTYPE Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*,
+                                     UINT*) override {
+        return DISP_E_MEMBERNOTFOUND;
+    }
+};
+
+// Hears the events of a pulsar; Pulse is the only one.
+class PulseEvents : public Callback<__Pulsar> {
+  public:
+    HRESULT STDMETHODCALLTYPE Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*,
+                                     UINT*) override {
+        std::printf("pulse %ld of my own pulsar\n", ++ownPulses);
+        return S_OK;
+    }
+};
+
+// Subscribes to the shared pulse when it is offered, and unsubscribes when it leaves.
+class PulseSubscriber : public Callback<_INotificationSubscriber> {
+  public:
+    HRESULT STDMETHODCALLTYPE Notify(_INotification**, _NotificationEventArgs** E) override {
+        try {
+            long id = 0;
+            check((*E)->get_NotificationID(&id));
+            if (id == SystemNotifications::Welcome) handshake(*E, true);
+            else if (id == SystemNotifications::Goodbye) handshake(*E, false);
+            else std::printf("pulse %ld of the shared pulsar\n", ++sharedPulses);
+            return S_OK;
+        } catch (HRESULT failure) {
+            return failure;
+        }
+    }
+
+  private:
+    void handshake(_NotificationEventArgs* E, bool subscribe) {
+        VARIANT parameter{};
+        ComPtr<_INotification> offered;
+        ComPtr<_Subscribers> subscribers;
+        long id = 0;
+        check(E->get_Parameter(&parameter));
+        const HRESULT found = parameter.pdispVal->QueryInterface(IID_PPV_ARGS(&offered));
+        VariantClear(&parameter);
+        check(found);
+        check(offered->get_Id(&id));
+        if (id != SystemNotifications::Pulse) return;
+        check(offered->get_Subscribers(&subscribers));
+        _INotificationSubscriber* self = this;
+        VARIANT which{};
+        which.vt = VT_DISPATCH;
+        which.pdispVal = this;
+        check(subscribe ? subscribers->Add(&self) : subscribers->Remove(&which));
+    }
+};
+
+void pumpUntilDone() {
+    const ULONGLONG end = GetTickCount64() + 30'000;
+    while (ownPulses < kPulses || sharedPulses < kPulses) {
+        MSG message;
+        if (GetTickCount64() > end || GetMessageW(&message, nullptr, 0, 0) <= 0) return;
+        DispatchMessageW(&message);
+    }
+}
+
+void listen() {
+    ComPtr<_MyUtil> library;
+    ComPtr<_SysUtil> system;
+    ComPtr<_Notifications> hub;
+    ComPtr<_Pulsar> shared;
+    ComPtr<_Pulsar> own;
+    check(
+        CoCreateInstance(__uuidof(MyUtil), nullptr, CLSCTX_INPROC_SERVER, IID_PPV_ARGS(&library)));
+    check(library->get_MySys(&system));
+    check(system->get_Notifications(&hub));
+    check(system->get_Pulsar(&shared));
+
+    // A beat of three ticks, 50 ms each: pulses after 50 and 100 ms, none after 150.
+    check(shared->CreatePulsar(50, &own));
+    BSTR pattern = SysAllocString(L"110");
+    check(own->put_PulsePattern(pattern));
+    SysFreeString(pattern);
+
+    PulseEvents events;
+    ComPtr<IConnectionPointContainer> container;
+    ComPtr<IConnectionPoint> point;
+    DWORD cookie = 0;
+    check(own.As(&container));
+    check(container->FindConnectionPoint(__uuidof(__Pulsar), &point));
+    check(point->Advise(&events, &cookie));
+
+    // The first subscriber of the shared pulse starts it, the last one to leave stops it.
+    check(shared->put_PulseInterval(80));
+    PulseSubscriber subscriber;
+    _INotificationSubscriber* self = &subscriber;
+    check(hub->Welcome(&self));
+    check(own->StartPulse());
+    pumpUntilDone();
+    check(own->Dispose());
+    check(hub->Goodbye(&self));
+    check(point->Unadvise(cookie));
+
+    VARIANT_BOOL stopped = VARIANT_FALSE;
+    check(shared->get_Stopped(&stopped));
+    if (stopped && ownPulses >= kPulses && sharedPulses >= kPulses) {
+        std::printf("The pulses came, and the shared pulsar has stopped.\n");
+    }
+}
+
+}  // namespace
+
+int main() {
+    HRESULT result = CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
+    if (FAILED(result)) return 1;
+    try {
+        listen();
+    } catch (HRESULT failure) {
+        std::fprintf(stderr, "Failed with %08lX.\n", static_cast<unsigned long>(failure));
+        result = failure;
+    }
+    CoUninitialize();
+    return FAILED(result) ? 1 : 0;
+}

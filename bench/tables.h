@@ -11,5 +11,6 @@ bool keyedCollection();
 bool lateBinding();
 bool collection();
 bool documents();
+bool notifications();
 
 }  // namespace bench

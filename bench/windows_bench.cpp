@@ -11,7 +11,8 @@
 int main() {
     CoInitialize(nullptr);
     bool good = true;
-    for (const auto table : {bench::lateBinding, bench::collection, bench::documents}) {
+    for (const auto table :
+         {bench::lateBinding, bench::collection, bench::documents, bench::notifications}) {
         good = table() && good;
     }
     CoUninitialize();

@@ -1,0 +1,76 @@
+// Patterns of the Like operator.
+#include "text/wildcard.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace {
+
+using vela::Wildcard;
+
+bool matches(std::wstring_view pattern, std::wstring_view text) {
+    const auto compiled = Wildcard::compile(pattern);
+    EXPECT_TRUE(compiled);
+    return compiled && compiled->matches(text);
+}
+
+TEST(TextWildcard, MatchesWholeTexts) {
+    const struct {
+        const wchar_t* pattern;
+        std::vector<const wchar_t*> matching;
+        std::vector<const wchar_t*> others;
+    } table[] = {
+        {L"", {L""}, {L" "}},
+        {L"USER", {L"USER"}, {L"USERNAME", L"THEUSER", L"user", L"USE", L""}},
+        {L"U*", {L"U", L"USER"}, {L"", L"LU"}},
+        {L"*E*R*", {L"ER", L"USER", L"SERVER"}, {L"RE", L"E"}},
+        {L"**", {L"", L"A"}, {}},
+        {L"*AB", {L"AB", L"AAB", L"ABAB"}, {L"ABA"}},
+        {L"A*B?C", {L"ABXC", L"ABBXBYC"}, {L"ABC", L"ABXCX"}},
+        {L"??", {L"AB", L"\r\n"}, {L"A", L"ABC"}},
+        {L"A#", {L"A0", L"A9"}, {L"A", L"AA", L"A\u0660", L"A10"}},
+        {L"[ABC]", {L"A", L"C"}, {L"D", L"", L"AB", L"[ABC]"}},
+        {L"[A-F0-9]", {L"A", L"F", L"0"}, {L"G", L"@", L"-"}},
+        {L"[!A-F]", {L"G", L"!"}, {L"A", L"F", L"", L"GG"}},
+        {L"*[!0-9]", {L"12A", L"-"}, {L"A12", L""}},
+        {L"[*][?][#][[]", {L"*?#["}, {L"ab1["}},
+        {L"A]!-", {L"A]!-"}, {L"A"}},
+        {L"[[]*]", {L"[]", L"[A]"}, {L"[", L"]"}},
+        {L"A[]B", {L"AB"}, {L"A[]B", L"AXB"}},
+        {L"[]]", {L"]"}, {L"", L"[]"}},
+        {L"[!]", {L"!"}, {L"", L"A"}},
+        {L"[!!]", {L"A"}, {L"!"}},
+        {L"[A!]", {L"A", L"!"}, {L"B"}},
+        {L"[-A]", {L"-", L"A"}, {L"B"}},
+        {L"[A-]", {L"-", L"A"}, {L"B"}},
+        {L"[!-A]", {L"B"}, {L"-", L"A"}},
+        {L"[-]", {L"-"}, {L""}},
+        {L"[!-]", {L"A"}, {L"-"}},
+        {L"[+--]", {L"+", L",", L"-"}, {L"."}},
+        {L"[A-C-E]", {L"B", L"-", L"E"}, {L"D"}},
+    };
+    for (const auto& [pattern, matching, others] : table) {
+        for (const auto* text : matching) EXPECT_TRUE(matches(pattern, text)) << pattern << text;
+        for (const auto* text : others) EXPECT_FALSE(matches(pattern, text)) << pattern << text;
+    }
+    EXPECT_TRUE(matches({L"\0?", 2}, {L"\0\0", 2}));
+}
+
+TEST(TextWildcard, TellsBrokenPatterns) {
+    for (const wchar_t* broken : {L"[", L"A[B", L"[!", L"[]]*[", L"[Z-A]", L"[AZ-Y]", L"[!B-A]"}) {
+        EXPECT_FALSE(Wildcard::compile(broken)) << broken;
+    }
+}
+
+// Each doubling of the number of runs would double the time of a matcher that tries them all.
+TEST(TextWildcard, TakesNoExponentialTime) {
+    std::wstring pattern;
+    for (int i = 0; i < 500; ++i) pattern += L"*[A-B]?";
+    const auto compiled = Wildcard::compile(pattern + L"C");
+    ASSERT_TRUE(compiled);
+    EXPECT_FALSE(compiled->matches(std::wstring(20'000, L'A')));
+    EXPECT_TRUE(compiled->matches(std::wstring(20'000, L'A') + L"C"));
+}
+
+}  // namespace

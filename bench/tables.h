@@ -12,5 +12,6 @@ bool lateBinding();
 bool collection();
 bool documents();
 bool notifications();
+bool switches();
 
 }  // namespace bench

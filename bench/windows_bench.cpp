@@ -11,8 +11,8 @@
 int main() {
     CoInitialize(nullptr);
     bool good = true;
-    for (const auto table :
-         {bench::lateBinding, bench::collection, bench::documents, bench::notifications}) {
+    for (const auto table : {bench::lateBinding, bench::collection, bench::documents,
+                             bench::notifications, bench::switches}) {
         good = table() && good;
     }
     CoUninitialize();

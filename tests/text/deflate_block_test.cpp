@@ -1,0 +1,149 @@
+#include "text/deflate_block.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+namespace vela {
+namespace {
+
+constexpr std::string_view kText =
+    "Lisboa, Porto, Braga; Lisboa, Porto, Braga; Lisboa, Porto, Braga; "
+    "Concei\xE7\xE3o n\xBA 5";
+
+// What another program made of kText, with zlib's level 9.
+constexpr std::string_view kBlock(
+    "\x78\xda\xf3\xc9\x2c\x4e\xca\x4f\xd4\x51\x08\xc8\x2f\x2a\xc9\xd7\x51\x70\x2a\x4a\x4c"
+    "\x4f\xb4\x56\xf0\x21\x41\xd4\x39\x3f\x2f\x39\x35\xf3\xf9\xe3\x7c\x85\xbc\x5d\x0a\xa6"
+    "\x00\x43\xa8\x1b\xe2\x00\x00\x00\x00\x00\x38\x30\x00\x00\x00\x00\x00\x00\x00\x00\x00",
+    63);
+
+std::string random(std::size_t size) {
+    std::mt19937 generator(7);
+    std::string bytes(size, '\0');
+    for (char& byte : bytes) byte = static_cast<char>(generator());
+    return bytes;
+}
+
+std::string compressed(std::string_view bytes, int level = kBestLevel) {
+    std::string block;
+    EXPECT_FALSE(compressBlock(bytes, block, level));
+    return block;
+}
+
+std::string streamOf(std::string_view bytes) {
+    std::string stream;
+    EXPECT_FALSE(compressBlock(bytes, stream, kBestLevel, false));
+    return stream;
+}
+
+std::string trailer(std::string_view digits) {
+    std::string result(5, '\0');
+    result.append(digits).resize(16);
+    return result;
+}
+
+// The error that a block gives; checks that nothing is left behind then.
+DeflateError failure(std::string_view block, std::optional<std::uint64_t> size = std::nullopt) {
+    std::string bytes = "before";
+    DeflateError error = decompressBlock(block, bytes, size);
+    EXPECT_TRUE(!error || bytes.empty());
+    return error;
+}
+
+TEST(TextDeflateBlock, IsTheSameOnEveryPlatform) {
+    EXPECT_EQ(compressed(kText), kBlock);
+    EXPECT_EQ(streamOf(kText), kBlock.substr(0, kBlock.size() - 16));
+    std::string_view source = kBlock;
+    std::string bytes;
+    EXPECT_FALSE(decompressBlock(source, bytes));
+    EXPECT_EQ(bytes, kText);
+    EXPECT_EQ(source, streamOf(kText));
+}
+
+TEST(TextDeflateBlock, KeepsEverySizeAtEveryLevel) {
+    for (const std::size_t size : {0, 1, 15, 16, 17, 499, 500, 70'000, 1'000'000}) {
+        for (const std::string& bytes : {random(size), std::string(size, 'x')}) {
+            for (const int level : {-1, 0, 1, 5}) {
+                const std::string block = compressed(bytes, level);
+                std::string_view source = block;
+                std::string back;
+                EXPECT_FALSE(decompressBlock(source, back)) << size << " " << level;
+                EXPECT_TRUE(back == bytes) << size << " " << level;
+            }
+        }
+    }
+}
+
+TEST(TextDeflateBlock, RoundsLevelsAndRoomByItsOwnRules) {
+    for (const int level : {-1, 0, 1, 9}) EXPECT_EQ(effectiveLevel(level), level);
+    for (const int level : {-2, 2, 6, 8, 10}) EXPECT_EQ(effectiveLevel(level), 9);
+    EXPECT_EQ(compressed(kText, 0).substr(0, 3), "\x78\x01\x01");
+    constexpr std::pair<std::uint64_t, std::uint64_t> kRooms[] = {
+        {1, 16}, {499, 514}, {500, 516}, {501, 517}, {1500, 1516}, {2500, 2518}, {2501, 2519}};
+    for (const auto& [size, room] : kRooms) EXPECT_EQ(compressionRoom(size), room) << size;
+}
+
+TEST(TextDeflateBlock, ReadsTheTrailerUpToItsFirstZero) {
+    const std::string stream = streamOf(kText);
+    for (const std::string_view digits :
+         {std::string_view("80"), std::string_view("00000000080"), std::string_view("80\0rest", 7),
+          std::string_view("1000")}) {
+        EXPECT_EQ(failure(stream + trailer(digits)).number, 0) << digits;
+    }
+    for (const char* digits : {"", "x", "80x", "x80", "8 0", " 80", "80 ", "-1", "+80", "1e1",
+                               "&H50", "80.", "4294967376", "99999999999"}) {
+        EXPECT_EQ(failure(stream + trailer(digits)).number, 99) << digits;
+    }
+    for (std::size_t i = 0; i < 5; ++i) {
+        std::string block(kBlock);
+        block[block.size() - 16 + i] = '0';
+        EXPECT_EQ(failure(block).number, 99) << i;
+    }
+}
+
+TEST(TextDeflateBlock, ReportsWhatIsWrong) {
+    const std::string stream = streamOf(kText);
+    std::string damaged = stream;
+    damaged[stream.size() / 2] ^= 0x20;
+    const struct {
+        std::string stream;
+        std::uint64_t size;
+        int number;
+    } table[] = {
+        {stream, 80, 0},
+        {stream, 1'000'000'000'000, 0},
+        {stream, 79, -5},
+        {stream, 0, -5},
+        {streamOf("a"), 0, -5},
+        {std::string("\x78\xda\x03\0\0\0\0\x01", 8), 0, 0},  // no bytes, compressed
+        {damaged, 80, -3},
+        {stream.substr(0, stream.size() - 1), 81, -3},
+        {"no stream", 1'000'000'000'000, -3},
+    };
+    for (const auto& row : table) {
+        const DeflateError error = failure(row.stream, row.size);
+        EXPECT_EQ(error.number, row.number) << row.size;
+        EXPECT_EQ(error.source, error ? L"ZCompressByteArray >> ZLIB.Uncompress()" : L"");
+        EXPECT_EQ(error.description, zlibMessage(row.number));
+    }
+    for (const std::string& plain : {std::string("plain"), std::string(16, 'x')}) {
+        const DeflateError error = failure(plain);
+        EXPECT_EQ(error.source, L"ZDecompressByteArray");
+        EXPECT_EQ(error.description, L"Compressed file appears to be invalid or corrupted");
+    }
+    EXPECT_EQ(zlibMessage(-1), L"A file system error has occured");
+    EXPECT_EQ(zlibMessage(3), L"An unknown error occured");
+}
+
+TEST(TextDeflateBlock, TakesMemoryForWhatThereIs) {
+    const std::string stream = streamOf(random(1'000));
+    std::string_view source = stream;
+    std::string bytes;
+    EXPECT_FALSE(decompressBlock(source, bytes, 90'000'000'000));
+    EXPECT_EQ(bytes.size(), 1'000U);
+    EXPECT_LE(bytes.capacity(), 8 * stream.size());
+}
+
+}  // namespace
+}  // namespace vela

@@ -1,6 +1,7 @@
 #include "text/TextUtil.h"
 
 #include "text/text_normalisation.h"
+#include "text/text_transforms.h"
 #include "text/upper_case.h"
 
 namespace vela {
@@ -29,6 +30,9 @@ TextArray textsIn(SAFEARRAY* array) {
     }
     return texts;
 }
+
+// An optional text by reference; empty where the caller gave no place for it.
+std::wstring_view optionalText(const BSTR* value) { return text(value ? *value : nullptr); }
 
 }  // namespace
 
@@ -60,6 +64,38 @@ HRESULT TextUtil::PreparaTextoComVars(BSTR value, SAFEARRAY** values, BSTR* resu
         const TextArray texts = textsIn(values ? *values : nullptr);
         return filledTemplate(text(value), texts.values, texts.lowerBound);
     });
+}
+
+HRESULT TextUtil::Compactar(BSTR value, BSTR* result) {
+    return answer(result, [&] { return compressedText(text(value)); });
+}
+
+HRESULT TextUtil::Descompactar(BSTR value, BSTR* result) {
+    return answer(result, [&] { return decompressedText(text(value)); });
+}
+
+HRESULT TextUtil::Encriptar(BSTR value, BSTR* key, BSTR* result) {
+    return answer(result, [&] { return encryptedText(text(value), optionalText(key)); });
+}
+
+HRESULT TextUtil::Desencriptar(BSTR value, BSTR* key, BSTR* result) {
+    return answer(result, [&] { return decryptedText(text(value), optionalText(key)); });
+}
+
+HRESULT TextUtil::CodificarStr64(BSTR value, BSTR* result) {
+    return answer(result, [&] { return base64Text(text(value)); });
+}
+
+HRESULT TextUtil::DescodificarStr64(BSTR value, BSTR* result) {
+    return answer(result, [&] { return textOfBase64(text(value)); });
+}
+
+HRESULT TextUtil::Compactar64(BSTR value, BSTR* result) {
+    return answer(result, [&] { return base64Text(compressedText(text(value))); });
+}
+
+HRESULT TextUtil::Descompactar64(BSTR value, BSTR* result) {
+    return answer(result, [&] { return decompressedText(textOfBase64(text(value))); });
 }
 
 }  // namespace vela

@@ -13,6 +13,14 @@ class TextUtil final : public Object<TextUtil, Unbuilt<_TextUtil>> {
     HRESULT STDMETHODCALLTYPE QueConteudoSql(BSTR text, BSTR* result) override;
     HRESULT STDMETHODCALLTYPE PreparaTextoComVars(BSTR text, SAFEARRAY** values,
                                                   BSTR* result) override;
+    HRESULT STDMETHODCALLTYPE Compactar(BSTR text, BSTR* result) override;
+    HRESULT STDMETHODCALLTYPE Descompactar(BSTR text, BSTR* result) override;
+    HRESULT STDMETHODCALLTYPE Encriptar(BSTR text, BSTR* key, BSTR* result) override;
+    HRESULT STDMETHODCALLTYPE Desencriptar(BSTR text, BSTR* key, BSTR* result) override;
+    HRESULT STDMETHODCALLTYPE CodificarStr64(BSTR text, BSTR* result) override;
+    HRESULT STDMETHODCALLTYPE DescodificarStr64(BSTR text, BSTR* result) override;
+    HRESULT STDMETHODCALLTYPE Compactar64(BSTR text, BSTR* result) override;
+    HRESULT STDMETHODCALLTYPE Descompactar64(BSTR text, BSTR* result) override;
 };
 
 }  // namespace vela

@@ -78,6 +78,11 @@ void setAttributes(HANDLE file, DWORD attributes) {
     SetFileInformationByHandle(file, FileBasicInfo, &info, sizeof info);
 }
 
+void deleteOnClose(HANDLE file) {
+    FILE_DISPOSITION_INFO info{TRUE};
+    SetFileInformationByHandle(file, FileDispositionInfo, &info, sizeof info);
+}
+
 }  // namespace
 
 DWORD readWholeFile(const std::wstring& path, Bytes& content) {
@@ -103,6 +108,15 @@ DWORD readWholeFile(const std::wstring& path, Bytes& content) {
     }
     content.resize(done);
     return ERROR_SUCCESS;
+}
+
+DWORD writeNewFile(const std::wstring& path, const void* content, std::size_t size) {
+    const Handle file(CreateFileW(path.c_str(), GENERIC_WRITE | DELETE, 0, nullptr, CREATE_NEW,
+                                  FILE_ATTRIBUTE_NORMAL, nullptr));
+    if (!file) return GetLastError();
+    const DWORD error = writeAll(file.get(), content, size);
+    if (error != ERROR_SUCCESS) deleteOnClose(file.get());
+    return error;
 }
 
 FileReplacement::FileReplacement(const std::wstring& path) : path_(path) {
@@ -134,8 +148,7 @@ FileReplacement::FileReplacement(const std::wstring& path) : path_(path) {
 
 FileReplacement::~FileReplacement() {
     if (sibling_ == INVALID_HANDLE_VALUE) return;
-    FILE_DISPOSITION_INFO info{TRUE};
-    SetFileInformationByHandle(sibling_, FileDispositionInfo, &info, sizeof info);
+    deleteOnClose(sibling_);
     CloseHandle(sibling_);
 }
 

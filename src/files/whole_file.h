@@ -15,6 +15,9 @@ using Bytes = std::vector<std::byte>;
 // and more are refused with ERROR_FILE_TOO_LARGE.
 DWORD readWholeFile(const std::wstring& path, Bytes& content);
 
+// Makes a new file; ERROR_FILE_EXISTS when there is one. None is left behind by another failure.
+DWORD writeNewFile(const std::wstring& path, const void* content, std::size_t size);
+
 // Replaces one file. From its construction to its commit or end, others who replace the same file
 // in this way wait: what is read meanwhile is still true when it is replaced. The new content goes
 // into a sibling file (".tmp" appended to the name), is flushed to the disk, and takes the place of

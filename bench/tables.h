@@ -6,6 +6,7 @@ namespace bench {
 
 // The algorithms, natively.
 bool keyedCollection();
+bool transforms();
 
 // Clients of the registered library.
 bool lateBinding();

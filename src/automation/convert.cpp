@@ -28,6 +28,12 @@ IDispatch* objectIn(const VARIANT& source) {
     return nullptr;
 }
 
+ComPtr<IUnknown> unknownIn(const VARIANT& source) {
+    const VARIANT& value = dereferenced(source);
+    if (!holdsObject(value)) return nullptr;
+    return value.vt & VT_BYREF ? *value.ppunkVal : value.punkVal;
+}
+
 bool holdsObject(const VARIANT& source) {
     const VARTYPE type = dereferenced(source).vt & ~VT_BYREF;
     return type == VT_DISPATCH || type == VT_UNKNOWN;

@@ -131,6 +131,8 @@ inline const VARIANT& dereferenced(const VARIANT& value) {
 inline bool isText(const VARIANT& value) { return (dereferenced(value).vt & ~VT_BYREF) == VT_BSTR; }
 // The object that a variant holds, by value or by reference; null when it holds none.
 IDispatch* objectIn(const VARIANT& value);
+// The same, also where all that is known of the object is IUnknown.
+ComPtr<IUnknown> unknownIn(const VARIANT& value);
 // Whether a variant holds an object (which may be null) rather than a plain value.
 bool holdsObject(const VARIANT& value);
 // A variant that holds an object as callers know it: the object itself where a stand-in was made

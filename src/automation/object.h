@@ -197,6 +197,13 @@ ComPtr<Class> own(IUnknown* object) {
     return adopted(static_cast<Class*>(ours ? found : nullptr));
 }
 
+// The object that a caller must have passed by reference; throws Error 5.
+template <class Interface>
+ComPtr<Interface> required(Interface** passed) {
+    if (!passed || !*passed) raise(RuntimeError::InvalidProcedureCall);
+    return *passed;
+}
+
 // A text property of any object, read through its interface. Throws Error.
 template <class Interface>
 std::wstring textProperty(Interface* object, HRESULT (STDMETHODCALLTYPE Interface::*get)(BSTR*)) {

@@ -9,10 +9,8 @@ namespace {
 
 constexpr LONG kAnySource = -1;
 
-// The key of the item that a caller passed; throws Error 5 where he passed none.
-std::wstring keyOf(_IEventHistoryItem** item) {
-    if (!item || !*item) raise(RuntimeError::InvalidProcedureCall);
-    return textProperty(*item, &_IEventHistoryItem::get_EventKey);
+std::wstring keyOf(const ComPtr<_IEventHistoryItem>& item) {
+    return textProperty(item.Get(), &_IEventHistoryItem::get_EventKey);
 }
 
 LONG numberOf(_IEventHistoryItem* item,
@@ -39,14 +37,15 @@ HRESULT EventHistory::get_NewEnum(IUnknown** result) {
 
 HRESULT EventHistory::Add(_IEventHistoryItem** eventItem) {
     quietly([&] {
-        const std::wstring key = keyOf(eventItem);
-        list_.add(*eventItem, key);
+        const auto item = required(eventItem);
+        const std::wstring key = keyOf(item);
+        list_.add(item, key);
     });
     return S_OK;
 }
 
 HRESULT EventHistory::Remove(_IEventHistoryItem** eventItem) {
-    quietly([&] { list_.remove(keyOf(eventItem)); });
+    quietly([&] { list_.remove(keyOf(required(eventItem))); });
     return S_OK;
 }
 
@@ -56,7 +55,7 @@ HRESULT EventHistory::RemoveAll() {
 
 HRESULT EventHistory::FindItem(_IEventHistoryItem** eventItem, _IEventHistoryItem** result) {
     return answerQuietly(result, [&] {
-        const auto* found = list_.find(keyOf(eventItem));
+        const auto* found = list_.find(keyOf(required(eventItem)));
         return found ? *found : nullptr;
     });
 }
@@ -68,8 +67,7 @@ HRESULT EventHistory::FindItems(LONG eventType, LONG eventSourceID, _Collection*
         while (auto* entry = cursor.next()) {
             quietly([&, item = *entry] {
                 if (!matches(item.Get(), eventType, eventSourceID)) return;
-                const std::wstring key =
-                    textProperty(item.Get(), &_IEventHistoryItem::get_EventKey);
+                const std::wstring key = keyOf(item);
                 found->entries().add(objectVariant(item.Get()), key);
             });
         }

@@ -51,7 +51,7 @@ HRESULT Notification::Notify(VARIANT* notificationParameter,
             E.restore(arguments.Get());
         };
         if (toThisSubscriber && *toThisSubscriber) {
-            const ComPtr<_INotificationSubscriber> target = *toThisSubscriber;
+            const auto target = subscriberIn(toThisSubscriber);
             tell(target.Get());
             return true;
         }

@@ -83,13 +83,6 @@ void strike(const ComPtr<_INotification>& notification, _INotificationSubscriber
     if (list) checkRecorded(list->Remove(&which));
 }
 
-// The object that a caller must have passed; throws Error 5.
-template <class Interface>
-ComPtr<Interface> required(Interface** passed) {
-    if (!passed || !*passed) raise(RuntimeError::InvalidProcedureCall);
-    return *passed;
-}
-
 }  // namespace
 
 Notifications::Notifications() {
@@ -124,9 +117,9 @@ ComPtr<_INotification> Notifications::add(const ComPtr<_INotification>& notifica
 void Notifications::remove(const VARIANT& which) {
     Variant sought(which);
     if (holdsObject(sought)) {
-        const ComPtr<IDispatch> object = objectIn(sought);
-        if (!object) return;
-        sought = getProperty(object.Get(), L"Id");
+        const Variant object = objectVariant(unknownIn(sought).Get());
+        if (!object.pdispVal) return;
+        sought = getProperty(object.pdispVal, L"Id");
     }
     const auto number = numberIn(sought);
     const bool byKey = !number || *number > kLastSystemId;
@@ -188,7 +181,8 @@ HRESULT Notifications::get_ItemByTAG(BSTR tag, _INotification** result) {
         ComPtr<_INotification> found;
         List::Cursor cursor(list_);
         while (const Held* held = cursor.next()) {
-            if (hasTag(*held, sought)) found = held->notification;
+            const Held asked = *held;  // a caller's object may remove itself meanwhile
+            if (hasTag(asked, sought)) found = asked.notification;
         }
         return found;
     });
@@ -217,7 +211,7 @@ HRESULT Notifications::Publish(BSTR tag, _INotification** theNotification,
 
 HRESULT Notifications::Welcome(_INotificationSubscriber** potentialSubscriber) {
     return guard([&] {
-        const auto newcomer = required(potentialSubscriber);
+        const auto newcomer = subscriberIn(potentialSubscriber);
         enlist(at(SystemNotifications::Welcome), newcomer);
         show(SystemNotifications::Welcome, newcomer.Get(), 1, &_Pulsar::StartPulse);
         enlist(at(SystemNotifications::Goodbye), newcomer);
@@ -226,7 +220,7 @@ HRESULT Notifications::Welcome(_INotificationSubscriber** potentialSubscriber) {
 
 HRESULT Notifications::Goodbye(_INotificationSubscriber** toSubscriber) {
     return guard([&] {
-        const auto leaving = required(toSubscriber);
+        const auto leaving = subscriberIn(toSubscriber);
         show(SystemNotifications::Goodbye, leaving.Get(), 0, &_Pulsar::StopPulse);
         strike(at(SystemNotifications::Welcome), leaving.Get());
         strike(at(SystemNotifications::Goodbye), leaving.Get());

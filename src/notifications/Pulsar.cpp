@@ -50,6 +50,7 @@ HRESULT Pulsar::Dispose() {
 
 HRESULT Pulsar::CreatePulsar(LONG pulseInterval, _Pulsar** result) {
     return answer(result, [&] {
+        sharedPulsar();  // the first slot is its own
         auto pulsar = make<Pulsar>();
         pulsar->interval_ = pulseInterval;
         return pulsar;

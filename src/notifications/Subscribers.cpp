@@ -30,10 +30,10 @@ Subscribers::Walk::~Walk() {
     if (--list_.walks_ == 0) std::exchange(list_.departed_, {}).clear();
 }
 
-void Subscribers::add(_INotificationSubscriber* subscriber) {
-    if (!subscriber) raise(RuntimeError::InvalidProcedureCall);
-    if (!isSubscriber(subscriber)) raise(RuntimeError::TypeMismatch);
-    list_.add({subscriber, identityOf(subscriber)});
+ComPtr<_INotificationSubscriber> subscriberIn(_INotificationSubscriber** passed) {
+    auto subscriber = required(passed);
+    if (!isSubscriber(subscriber.Get())) raise(RuntimeError::TypeMismatch);
+    return subscriber;
 }
 
 void Subscribers::removeAt(std::size_t position) {
@@ -70,13 +70,16 @@ HRESULT Subscribers::get_Item(SHORT index, _INotificationSubscriber** result) {
 }
 
 HRESULT Subscribers::Add(_INotificationSubscriber** subscriber) {
-    return guard([&] { add(subscriber ? *subscriber : nullptr); });
+    return guard([&] {
+        const auto added = subscriberIn(subscriber);
+        list_.add({added, identityOf(added.Get())});
+    });
 }
 
 HRESULT Subscribers::Remove(VARIANT* indexOrSubscriber) {
     if (!indexOrSubscriber) return S_OK;
     quietly([&] {
-        if (!numberIn(*indexOrSubscriber)) return remove(objectIn(*indexOrSubscriber));
+        if (!numberIn(*indexOrSubscriber)) return remove(unknownIn(*indexOrSubscriber).Get());
         const short position = converted(*indexOrSubscriber, VT_I2).iVal;
         if (position > 0) removeAt(static_cast<std::size_t>(position));
     });

@@ -8,6 +8,10 @@
 
 namespace vela {
 
+// The subscriber that a caller passed by reference. Throws Error 5 for none, 13 for an object
+// without a member Notify.
+ComPtr<_INotificationSubscriber> subscriberIn(_INotificationSubscriber** passed);
+
 class Subscribers final : public Object<Subscribers, _Subscribers> {
   public:
     HRESULT STDMETHODCALLTYPE get_NewEnum(IUnknown** result) override;
@@ -17,8 +21,6 @@ class Subscribers final : public Object<Subscribers, _Subscribers> {
     HRESULT STDMETHODCALLTYPE Remove(VARIANT* indexOrSubscriber) override;
 
     std::size_t size() const { return list_.size(); }
-    // Throws Error 5 for null, 13 for an object without a member Notify.
-    void add(_INotificationSubscriber* subscriber);
     // Removes the first entry that is the very same object, if there is one.
     void remove(IUnknown* subscriber);
 

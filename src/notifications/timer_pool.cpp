@@ -36,6 +36,7 @@ std::shared_ptr<TimerPool> TimerPool::shared() {
 }
 
 SHORT TimerPool::add(Ticking& pulsar, IUnknown* object) {
+    window();
     const auto isFree = [](const Slot& slot) { return slot.pulsar == nullptr; };
     auto place =
         slots_.empty() ? slots_.end() : std::find_if(slots_.begin() + 1, slots_.end(), isFree);
@@ -48,15 +49,14 @@ SHORT TimerPool::add(Ticking& pulsar, IUnknown* object) {
 
 void TimerPool::enable(SHORT index, LONG interval) {
     if (closed_) return;
-    disable(index);
-    if (interval <= 0) return;
+    if (interval <= 0) return disable(index);
     if (!SetTimer(window(), timerOf(index), static_cast<UINT>(interval), nullptr)) raiseLastError();
     slots_[index].kept = slots_[index].object;
 }
 
 void TimerPool::disable(SHORT index) {
     if (closed_) return;
-    if (window_) KillTimer(window_, timerOf(index));
+    KillTimer(window_, timerOf(index));
     const auto last = std::exchange(slots_[index].kept, nullptr);
 }
 
@@ -72,8 +72,8 @@ void TimerPool::forget(const Ticking& pulsar) {
 }
 
 LRESULT CALLBACK TimerPool::handle(HWND window, UINT message, WPARAM timer, LPARAM value) {
-    if (message != WM_TIMER) return DefWindowProcW(window, message, timer, value);
     auto* pool = reinterpret_cast<TimerPool*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    if (!pool || message != WM_TIMER) return DefWindowProcW(window, message, timer, value);
     const auto alive = pool->shared_from_this();
     // A subscriber's error has nobody to go to: it ends this tick.
     quietly([&] { pool->tick(timer - timerOf(0)); });
@@ -88,7 +88,7 @@ void TimerPool::tick(std::size_t index) {
 }
 
 HWND TimerPool::window() {
-    if (window_) return window_;
+    if (IsWindow(window_)) return window_;
     WNDCLASSW timers{};
     timers.lpfnWndProc = handle;
     timers.hInstance = moduleHandle();
@@ -103,10 +103,10 @@ HWND TimerPool::window() {
 
 void TimerPool::close() {
     closed_ = true;
-    if (window_) {
-        DestroyWindow(window_);
-        UnregisterClassW(kWindowClass, moduleHandle());
-    }
+    // Only its own thread can destroy a window.
+    SetWindowLongPtrW(window_, GWLP_USERDATA, 0);
+    if (!DestroyWindow(window_)) PostMessageW(window_, WM_CLOSE, 0, 0);
+    UnregisterClassW(kWindowClass, moduleHandle());
     // Pulsars that only their timers kept alive go now.
     std::exchange(slots_, {}).clear();
 }

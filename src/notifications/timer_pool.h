@@ -18,8 +18,8 @@ class Ticking {
     ~Ticking() = default;
 };
 
-// One timer per slot, all on a message-only window of the thread that enables the first of them,
-// so that ticks arrive in that thread's message loop. A slot knows its pulsar without keeping it
+// One timer per slot, all on a message-only window of the thread that made the first pulsar, so
+// that ticks arrive in that thread's message loop. A slot knows its pulsar without keeping it
 // alive; only an enabled timer does that. Slot 0 belongs to the first pulsar for good.
 class TimerPool : public std::enable_shared_from_this<TimerPool> {
   public:
@@ -48,6 +48,7 @@ class TimerPool : public std::enable_shared_from_this<TimerPool> {
 
     static LRESULT CALLBACK handle(HWND window, UINT message, WPARAM timer, LPARAM pool);
     void tick(std::size_t index);
+    // Made anew when its thread has ended.
     HWND window();
     void close();
 

@@ -27,6 +27,7 @@ Class Follower
         ElseIf E.NotificationID = 2 Then
             E.Parameter.Subscribers.Remove Me
         Else
+            If IsEmpty(E.Parameter) Then log = log & "(none)"
             log = log & Name & E.Parameter
             If E.Parameter = "stop" Then E.Cancel = True
             If E.Parameter = "fail" Then Err.Raise 1234, "follower", "no way"
@@ -56,7 +57,9 @@ Sub Handshake()
     hub.Goodbye one
     Check "one left", published.Subscribers.Count, 1
     Check "the other", published.Subscribers.Item(1) Is two, True
-    Check "without a parameter", IsEmpty(log), False
+    log = ""
+    published.Notify
+    Check "without a parameter", log, "(none)two "
     hub.Goodbye two
     hub.Remove published.Id
     Check "still there", hub.Count, 7

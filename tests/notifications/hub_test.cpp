@@ -124,6 +124,12 @@ TEST_F(NotificationsHub, StoresWhatItPublishesInTheCallersVariable) {
     EXPECT_EQ(test::call(objectIn(variable), L"Tag").result.vt, VT_BSTR);
 }
 
+Variant asUnknown(IUnknown* object) {
+    Variant value = objectVariant(object);
+    value.vt = VT_UNKNOWN;
+    return value;
+}
+
 TEST_F(NotificationsHub, RemovesByPositionTagAndSystemObjectOnly) {
     const auto mine = publish(hub_.Get(), L"MY:B");
     struct Case {
@@ -137,6 +143,7 @@ TEST_F(NotificationsHub, RemovesByPositionTagAndSystemObjectOnly) {
         {"identifier as text", Variant(std::to_wstring(idOf(mine.Get()))), L""},
         {"published object", objectVariant(mine.Get()), L""},
         {"system object", objectVariant(byId(4).Get()), L"SYS:ON_APPLICATION_RESIZE"},
+        {"system object, as IUnknown", asUnknown(byId(4).Get()), L"SYS:ON_APPLICATION_RESIZE"},
         {"system tag", Variant(L"SYS:ON_PULSE"), L""},
         {"position", Variant(7L), L"MY:B"},
         {"position as text", Variant(L"5"), L"SYS:ON_OPENINGDATABASE"},
@@ -164,6 +171,41 @@ TEST_F(NotificationsHub, RemovesByPositionTagAndSystemObjectOnly) {
         EXPECT_EQ(count(), c.gone.empty() ? 7 : 6);
         EXPECT_TRUE(c.gone.empty() || !byTag(c.gone.c_str()));
     }
+}
+
+// A notification of a caller's class, which removes itself when it is asked for its tag.
+class Vanishing final : public Object<Vanishing, _INotification> {
+  public:
+    explicit Vanishing(Notifications& hub) : hub_(hub) {}
+    HRESULT STDMETHODCALLTYPE get_Id(LONG* result) override { return give(result, 2000L); }
+    HRESULT STDMETHODCALLTYPE put_Id(LONG) override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE put_Tag(BSTR) override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE get_Tag(BSTR* result) override {
+        hub_.Remove(arg(7L));
+        return give(result, std::wstring(L"MY:VANISHING"));
+    }
+    HRESULT STDMETHODCALLTYPE get_Subscribers(_Subscribers** result) override {
+        return answer(result, [] { return ComPtr<_Subscribers>(); });
+    }
+    HRESULT STDMETHODCALLTYPE Notify(VARIANT*, _INotificationSubscriber**,
+                                     VARIANT_BOOL* result) override {
+        return give(result, VARIANT_TRUE);
+    }
+
+  private:
+    Notifications& hub_;
+};
+
+TEST_F(NotificationsHub, OutlivesNotificationsThatRemoveThemselves) {
+    const LONG before = liveObjects;
+    _INotification* given = make<Vanishing>(*hub_.Get()).Detach();
+    ComPtr<_INotification> published;
+    EXPECT_EQ(hub_->Publish(Bstr(L"MY:VANISHING").get(), &given, &published), S_OK);
+    adopted(given).Reset();
+    published.Reset();
+    EXPECT_TRUE(byTag(L"MY:VANISHING"));
+    EXPECT_EQ(liveObjects, before);
+    EXPECT_FALSE(byTag(L"MY:VANISHING"));
 }
 
 // Subscribes to everything offered, and unsubscribes again; logs the handshake.
@@ -213,10 +255,20 @@ TEST_F(NotificationsHub, IntroducesNewcomersAndStartsThePulseForTheFirst) {
 
 TEST_F(NotificationsHub, LeavesThePulseAloneOutsideTheHandshake) {
     Follower follower;
+    Follower idle;
+    idle.follows = false;
     test::subscribe(byId(6).Get(), follower.listener.Get());
+    EXPECT_FALSE(pulsing());
+    EXPECT_EQ(welcome(idle.listener.Get()), S_OK);  // one there before and after
     EXPECT_FALSE(pulsing());
     EXPECT_EQ(welcome(follower.listener.Get()), S_OK);  // the second one there
     EXPECT_FALSE(pulsing());
+    EXPECT_EQ(sharedPulsar()->StartPulse(), S_OK);
+    for (int i = 0; i < 2; ++i) test::unsubscribe(byId(6).Get(), follower.listener.Get());
+    EXPECT_TRUE(pulsing());
+    EXPECT_EQ(goodbye(idle.listener.Get()), S_OK);  // none there before and after
+    EXPECT_TRUE(pulsing());
+    EXPECT_EQ(sharedPulsar()->StopPulse(), S_OK);
 }
 
 TEST_F(NotificationsHub, PassesAnErrorOutOfTheHandshake) {
@@ -240,7 +292,10 @@ TEST_F(NotificationsHub, RefusesWhatIsNoSubscriber) {
     const auto stranger = adopted(new test::LateObject);
     const auto list = test::subscribersOf(byId(3).Get());
     EXPECT_EQ(test::call(hub_.Get(), L"Welcome", {arg(stranger.Get())}).error, kMismatch);
+    EXPECT_EQ(test::call(hub_.Get(), L"Goodbye", {arg(stranger.Get())}).error, kMismatch);
     EXPECT_EQ(test::call(list.Get(), L"Add", {arg(stranger.Get())}).error, kMismatch);
+    EXPECT_EQ(test::call(byId(3).Get(), L"Notify", {arg(1L), arg(stranger.Get())}).error,
+              kMismatch);
     EXPECT_EQ(test::call(list.Get(), L"Add", {arg(3L)}).outcome, DISP_E_TYPEMISMATCH);
     EXPECT_EQ(list->Add(nullptr), kInvalid);
     EXPECT_EQ(test::countOf(byId(3).Get()), 0);
@@ -248,6 +303,11 @@ TEST_F(NotificationsHub, RefusesWhatIsNoSubscriber) {
         EXPECT_EQ(list->Remove(&which), S_OK);
     }
     EXPECT_EQ(list->Remove(nullptr), S_OK);
+    const auto listener = make<Listener>([](auto, auto) { return S_OK; });
+    Variant unknown = asUnknown(static_cast<IDispatch*>(listener.Get()));
+    test::subscribe(byId(3).Get(), listener.Get());
+    EXPECT_EQ(list->Remove(&unknown), S_OK);
+    EXPECT_EQ(test::countOf(byId(3).Get()), 0);
     ComPtr<_INotificationSubscriber> none;
     EXPECT_EQ(list->get_Item(-1, &none), S_OK);
     EXPECT_FALSE(none);

@@ -53,6 +53,32 @@ class NotificationsPulsar : public testing::Test {
     }
 };
 
+HWND timerWindow() { return FindWindowExW(HWND_MESSAGE, nullptr, L"VelaUtil10.Timers", nullptr); }
+
+TEST_F(NotificationsPulsar, OutlivesTheThreadsThatUseIt) {
+    // The shared instances belong to one thread, the timers to another, whichever ends first.
+    for (const bool ownerFirst : {true, false}) {
+        inApartment([&] {
+            sharedNotifications();
+            std::thread([] {
+                ASSERT_EQ(CoInitialize(nullptr), S_OK);
+                EXPECT_EQ(create(20)->StartPulse(), S_OK);
+                EXPECT_NE(timerWindow(), nullptr);
+                pump([] { return false; }, 50);
+                CoUninitialize();
+            }).join();
+            EXPECT_EQ(timerWindow(), nullptr);
+            if (ownerFirst) return;
+            int pulses = 0;
+            const auto pulsar = create(20);
+            listen(pulsar.Get(), [&] { return ++pulses, S_OK; });
+            EXPECT_EQ(pulsar->StartPulse(), S_OK);
+            pump([&] { return pulses > 0; }, 20'000);
+            EXPECT_GT(pulses, 0);
+        });
+    }
+}
+
 TEST_F(NotificationsPulsar, TakesTheLowestFreeSlotButTheFirst) {
     inApartment([&] {
         EXPECT_EQ(indexOf(sharedPulsar().Get()), 0);
@@ -114,20 +140,21 @@ TEST_F(NotificationsPulsar, TicksInTheMessageLoop) {
             EXPECT_EQ(silent->get_Stopped(&stopped), S_OK);
             EXPECT_EQ(stopped, VARIANT_FALSE);
         }
-        EXPECT_EQ(running->put_PulseInterval(2'000'000'000), S_OK);  // from the next start on
-        EXPECT_EQ(running->put_PulseInterval(20), S_OK);
         EXPECT_EQ(running->StartPulse(), S_OK);
-        EXPECT_EQ(running->put_PulseInterval(2'000'000'000), S_OK);
+        EXPECT_EQ(running->put_PulseInterval(2'000'000'000), S_OK);  // from the next start on
         Pulsar* const alone = running.Get();
         running.Reset();  // its timer keeps it alive
         pump([&] { return pulses >= 3; }, 20'000);
         EXPECT_GE(pulses, 3);
         EXPECT_EQ(none, 0);
+        const LONG before = liveObjects;
         EXPECT_EQ(alone->StartPulse(), S_OK);  // now with the long interval
-        const int before = pulses;
+        EXPECT_EQ(liveObjects, before);
+        pulses = 0;
         pump([] { return false; }, 200);
-        EXPECT_EQ(pulses, before);
+        EXPECT_EQ(pulses, 0);
     });  // the pulsar that still runs goes with the apartment
+    EXPECT_EQ(timerWindow(), nullptr);
 }
 
 TEST_F(NotificationsPulsar, FeedsTheSharedNotification) {

@@ -23,6 +23,10 @@ bool sameObject(IUnknown* left, IUnknown* right);
 
 // The number of a member; a failure when the object has none of that name, in any case.
 HRESULT findMember(IDispatch* object, const wchar_t* name, DISPID* id);
+inline bool hasMember(IDispatch* object, const wchar_t* name) {
+    DISPID id = DISPID_UNKNOWN;
+    return SUCCEEDED(findMember(object, name, &id));
+}
 
 // Calls a member of an object by its number; `arguments` are in the caller's order. A failure is
 // recorded as error info, with number, source and description as the object gave them.

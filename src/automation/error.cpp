@@ -19,6 +19,7 @@ const wchar_t* describe(RuntimeError error) {
         case RuntimeError::DivisionByZero: return L"Division by zero";
         case RuntimeError::TypeMismatch: return L"Type mismatch";
         case RuntimeError::InvalidPattern: return L"Invalid pattern string";
+        case RuntimeError::ObjectNotSet: return L"Object variable not set";
         case RuntimeError::MemberNotSupported:
             return L"Object doesn't support this property or method";
         case RuntimeError::KeyAlreadyPresent:

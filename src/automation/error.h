@@ -32,6 +32,7 @@ enum class RuntimeError : int {
     SubscriptOutOfRange = 9,
     DivisionByZero = 11,
     TypeMismatch = 13,
+    ObjectNotSet = 91,
     InvalidPattern = 93,
     MemberNotSupported = 438,
     KeyAlreadyPresent = 457,

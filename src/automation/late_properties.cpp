@@ -1,10 +1,36 @@
 #include "automation/late_properties.h"
 
-#include "automation/convert.h"
+#include <memory>
 
 namespace vela {
 
 namespace {
+
+// What a description lends out, given back at the end of the scope. Null when it has none.
+struct GiveBack {
+    ITypeInfo* info;
+
+    void operator()(TYPEATTR* lent) const { info->ReleaseTypeAttr(lent); }
+    void operator()(FUNCDESC* lent) const { info->ReleaseFuncDesc(lent); }
+    void operator()(VARDESC* lent) const { info->ReleaseVarDesc(lent); }
+};
+template <class Description>
+using Lent = std::unique_ptr<Description, GiveBack>;
+
+Lent<TYPEATTR> attributesOf(ITypeInfo* info) {
+    TYPEATTR* lent = nullptr;
+    return {SUCCEEDED(info->GetTypeAttr(&lent)) ? lent : nullptr, {info}};
+}
+
+Lent<FUNCDESC> functionOf(ITypeInfo* info, UINT index) {
+    FUNCDESC* lent = nullptr;
+    return {SUCCEEDED(info->GetFuncDesc(index, &lent)) ? lent : nullptr, {info}};
+}
+
+Lent<VARDESC> variableOf(ITypeInfo* info, UINT index) {
+    VARDESC* lent = nullptr;
+    return {SUCCEEDED(info->GetVarDesc(index, &lent)) ? lent : nullptr, {info}};
+}
 
 std::wstring nameOf(ITypeInfo* info, MEMBERID id) {
     Bstr name;
@@ -12,32 +38,117 @@ std::wstring nameOf(ITypeInfo* info, MEMBERID id) {
     return name.str();
 }
 
+// The interface that one derives from; of a dual one -1 is its side of virtual functions. Null when
+// there is none.
+ComPtr<ITypeInfo> related(ITypeInfo* info, UINT index) {
+    HREFTYPE reference = 0;
+    ComPtr<ITypeInfo> found;
+    if (FAILED(info->GetRefTypeOfImplType(index, &reference))) return nullptr;
+    if (FAILED(info->GetRefTypeInfo(reference, &found))) return nullptr;
+    return found;
+}
+
+// Calls `visit(info, function)` and `visit(info, variable)` for each member, those of the bases
+// first.
+template <class Visit>
+void eachMember(const ComPtr<ITypeInfo>& info, const Visit& visit) {
+    if (!info) return;
+    const auto attributes = attributesOf(info.Get());
+    if (!attributes || attributes->guid == IID_IUnknown || attributes->guid == IID_IDispatch)
+        return;
+    // Only the side of virtual functions tells members and bases apart.
+    if (attributes->typekind == TKIND_DISPATCH && (attributes->wTypeFlags & TYPEFLAG_FDUAL)) {
+        if (const auto virtualSide = related(info.Get(), static_cast<UINT>(-1))) {
+            return eachMember(virtualSide, visit);
+        }
+    }
+    if (attributes->typekind == TKIND_INTERFACE) eachMember(related(info.Get(), 0), visit);
+    for (UINT i = 0; i < attributes->cFuncs; ++i) {
+        const auto function = functionOf(info.Get(), i);
+        const bool offered = function && !(function->wFuncFlags & FUNCFLAG_FRESTRICTED);
+        if (offered) visit(info.Get(), *function);
+    }
+    for (UINT i = 0; i < attributes->cVars; ++i) {
+        const auto variable = variableOf(info.Get(), i);
+        if (variable && variable->varkind == VAR_DISPATCH) visit(info.Get(), *variable);
+    }
+}
+
+// Behind aliases.
+VARTYPE simpleType(ITypeInfo* info, const TYPEDESC& type) {
+    ComPtr<ITypeInfo> named;
+    if (type.vt != VT_USERDEFINED) return type.vt;
+    if (FAILED(info->GetRefTypeInfo(type.hreftype, &named))) return VT_USERDEFINED;
+    const auto attributes = attributesOf(named.Get());
+    if (!attributes || attributes->typekind != TKIND_ALIAS) return VT_USERDEFINED;
+    return simpleType(named.Get(), attributes->tdescAlias);
+}
+
+// What a getter gives: its result, or what it stores through its last parameter.
+VARTYPE valueType(ITypeInfo* info, const FUNCDESC& getter) {
+    if (getter.cParams > 0) {
+        const ELEMDESC& last = getter.lprgelemdescParam[getter.cParams - 1];
+        const bool result = last.paramdesc.wParamFlags & PARAMFLAG_FRETVAL;
+        if (result && last.tdesc.vt == VT_PTR) return simpleType(info, *last.tdesc.lptdesc);
+    }
+    return simpleType(info, getter.elemdescFunc.tdesc);
+}
+
+struct SettableNames {
+    std::vector<std::wstring>& names;
+
+    void operator()(ITypeInfo* info, const FUNCDESC& function) const {
+        const bool settable = function.invkind == INVOKE_PROPERTYPUT && function.cParams == 1;
+        if (settable) names.push_back(nameOf(info, function.memid));
+    }
+    void operator()(ITypeInfo* info, const VARDESC& variable) const {
+        names.push_back(nameOf(info, variable.memid));
+    }
+};
+
+struct Readable {
+    std::vector<DeclaredProperty>& properties;
+
+    void operator()(ITypeInfo* info, const FUNCDESC& function) const {
+        if (function.invkind == INVOKE_PROPERTYGET) {
+            add(info, function.memid, valueType(info, function));
+        }
+    }
+    void operator()(ITypeInfo* info, const VARDESC& variable) const {
+        add(info, variable.memid, simpleType(info, variable.elemdescVar.tdesc));
+    }
+
+  private:
+    void add(ITypeInfo* info, MEMBERID id, VARTYPE type) const {
+        properties.push_back({nameOf(info, id), id, type});
+    }
+};
+
 }  // namespace
+
+ComPtr<ITypeInfo> typeInformationOf(IDispatch* object) {
+    ComPtr<ITypeInfo> info;
+    if (FAILED(object->GetTypeInfo(0, LOCALE_USER_DEFAULT, &info))) return nullptr;
+    return info;
+}
+
+InterfaceIdentity identityOf(ITypeInfo* info) {
+    const auto attributes = attributesOf(info);
+    if (!attributes) return {};
+    return {attributes->guid, attributes->wMajorVerNum, attributes->wMinorVerNum,
+            attributes->cFuncs, attributes->cVars};
+}
 
 std::vector<std::wstring> settableProperties(IDispatch* object) {
     std::vector<std::wstring> names;
-    ComPtr<ITypeInfo> info;
-    TYPEATTR* attributes = nullptr;
-    if (FAILED(object->GetTypeInfo(0, LOCALE_USER_DEFAULT, &info))) return names;
-    if (FAILED(info->GetTypeAttr(&attributes))) return names;
-    for (UINT i = 0; i < attributes->cFuncs; ++i) {
-        FUNCDESC* function = nullptr;
-        if (FAILED(info->GetFuncDesc(i, &function))) continue;
-        const bool settable = function->invkind == INVOKE_PROPERTYPUT && function->cParams == 1;
-        const MEMBERID id = function->memid;
-        info->ReleaseFuncDesc(function);
-        if (settable) names.push_back(nameOf(info.Get(), id));
-    }
-    for (UINT i = 0; i < attributes->cVars; ++i) {
-        VARDESC* variable = nullptr;
-        if (FAILED(info->GetVarDesc(i, &variable))) continue;
-        const bool settable = variable->varkind == VAR_DISPATCH;
-        const MEMBERID id = variable->memid;
-        info->ReleaseVarDesc(variable);
-        if (settable) names.push_back(nameOf(info.Get(), id));
-    }
-    info->ReleaseTypeAttr(attributes);
+    eachMember(typeInformationOf(object), SettableNames{names});
     return names;
+}
+
+std::vector<DeclaredProperty> readableProperties(ITypeInfo* info) {
+    std::vector<DeclaredProperty> properties;
+    eachMember(ComPtr<ITypeInfo>(info), Readable{properties});
+    return properties;
 }
 
 }  // namespace vela

@@ -8,10 +8,33 @@
 #include <string>
 #include <vector>
 
+#include "automation/convert.h"
+
 namespace vela {
 
 // The names of the properties that can be assigned by value, in the order of the object's default
 // interface; none when it has no type information.
 std::vector<std::wstring> settableProperties(IDispatch* object);
+
+// A property that can be read, as its class declares it.
+struct DeclaredProperty {
+    std::wstring name;
+    DISPID id;
+    VARTYPE type;  // of its value; what is neither simple nor an alias of it is VT_USERDEFINED
+};
+
+// The type information of an object's default interface; null when it has none.
+ComPtr<ITypeInfo> typeInformationOf(IDispatch* object);
+// What a described interface is recognised by. An interface does not change under its id; the rest
+// guards against one that did so while it was being written.
+struct InterfaceIdentity {
+    GUID id;  // GUID_NULL for descriptions made while a program runs
+    WORD major, minor, functions, variables;
+
+    bool operator==(const InterfaceIdentity&) const = default;
+};
+InterfaceIdentity identityOf(ITypeInfo* info);
+// In the interface's order, those of the interfaces that it derives from first.
+std::vector<DeclaredProperty> readableProperties(ITypeInfo* info);
 
 }  // namespace vela

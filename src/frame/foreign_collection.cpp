@@ -2,15 +2,6 @@
 
 namespace vela {
 
-namespace {
-
-bool hasMember(IDispatch* object, const wchar_t* name) {
-    DISPID id = DISPID_UNKNOWN;
-    return SUCCEEDED(findMember(object, name, &id));
-}
-
-}  // namespace
-
 bool containsKey(IDispatch* collection, std::wstring_view key) {
     Variant argument(key);
     Variant found;

@@ -49,12 +49,15 @@ struct Registry {
     }
 
     void releaseAll() {
-        for (void (*action)() : std::exchange(endActions, {})) action();
-        // The last made first: it may use those made before it. Releasing may ask for new ones.
-        while (!slots.empty()) {
-            const Slot last = std::move(slots.back());
-            slots.pop_back();
-        }
+        // Releasing may ask for new instances, and for new actions.
+        do {
+            for (void (*action)() : std::exchange(endActions, {})) action();
+            // The last made first: it may use those made before it.
+            while (!slots.empty()) {
+                const Slot last = std::move(slots.back());
+                slots.pop_back();
+            }
+        } while (!endActions.empty());
         if (cookie.QuadPart != 0) CoRevokeInitializeSpy(cookie);
         cookie.QuadPart = 0;
         owner = 0;

@@ -18,7 +18,8 @@ using MakeShared = std::function<std::shared_ptr<void>()>;
 // pointer to a COM object, which callers may hold too.
 std::shared_ptr<void> sharedSlot(const GUID& key, const MakeShared& make, bool isObject);
 
-// Has `action` run once at the end of the apartment, before the shared instances are released.
+// Has `action` run once at the end of the apartment, before the shared instances are released; once
+// more after that when their release asks for it again.
 void atApartmentEnd(void (*action)());
 
 // Whether callers hold no object of this library. The shared instances are then released, so that

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cwchar>
-#include <cwctype>
 #include <map>
 #include <utility>
 #include <vector>
@@ -13,7 +12,9 @@
 #include "frame/keyed_collection.h"
 #include "frame/shared_instances.h"
 #include "preferences/Section.h"
+#include "preferences/document_bytes.h"
 #include "preferences/item.h"
+#include "serialization/property_text.h"
 #include "text/upper_case.h"
 
 namespace vela {
@@ -136,9 +137,7 @@ Variant fieldText(Variant value) {
     if (value.vt != VT_DATE) return converted(value, VT_BSTR);
     SYSTEMTIME time;
     if (value.date <= 0 || !VariantTimeToSystemTime(value.date, &time)) return Variant(L"");
-    wchar_t buffer[16];
-    swprintf(buffer, ARRAYSIZE(buffer), L"%02d-%02d-%04d", time.wDay, time.wMonth, time.wYear);
-    return Variant(buffer);
+    return Variant(dayMonthYear(time.wDay, time.wMonth, time.wYear));
 }
 
 struct StoredField {
@@ -157,7 +156,7 @@ std::vector<StoredField> fieldsOf(_IUPSection* section) {
         if (upper == L"GROUP" || upper == L"ID") continue;
         if (!listed.empty() && listed.find(L"[" + upper + L"]") == listed.npos) continue;
         std::wstring lower = name;
-        for (wchar_t& c : lower) c = static_cast<wchar_t>(std::towlower(c));
+        for (wchar_t& c : lower) c = lowerCase(c);
         fields.push_back({Bstr(lower), name});
     }
     return fields;
@@ -397,7 +396,7 @@ bool XMLup::saveIntoFile(const std::wstring& fileName, std::wstring_view applica
             resetDocument();
         }
         if (filled) writeSection(section);
-        const std::string changed = document_.bytes();
+        const std::string changed = bytesOf(document_);
         check(HRESULT_FROM_WIN32(
             replacement.commit(changed.data(), changed.size(), kNewFileAttributes)));
     });
@@ -408,7 +407,7 @@ bool XMLup::createFile(const std::wstring& fileName) {
         resetDocument();
         if (!isDocumentName(fileName)) check(E_INVALIDARG);
         FileReplacement replacement(fileName);
-        const std::string content = document_.bytes();
+        const std::string content = bytesOf(document_);
         check(HRESULT_FROM_WIN32(
             replacement.commit(content.data(), content.size(), kNewFileAttributes)));
     });

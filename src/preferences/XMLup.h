@@ -22,7 +22,7 @@
 #include <string_view>
 
 #include "contract.h"
-#include "preferences/xml_document.h"
+#include "xml/xml_document.h"
 
 namespace vela {
 

@@ -51,21 +51,39 @@ void mapFromPlatform(UpperCaseTable& table) {
     }
 }
 
+wchar_t lowerFromPlatform(wchar_t unit) {
+    wchar_t lower = unit;
+    const int length = LCMapStringW(LOCALE_INVARIANT, LCMAP_LOWERCASE, &unit, 1, &lower, 1);
+    return length == 1 ? lower : unit;
+}
+
 #else
 
 struct FreeLocale {
     void operator()(locale_t locale) const { freelocale(locale); }
 };
 
+using Locale = std::unique_ptr<std::remove_pointer_t<locale_t>, FreeLocale>;
+
+Locale neutralLocale() { return Locale(newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr)); }
+
 void mapFromPlatform(UpperCaseTable& table) {
-    const std::unique_ptr<std::remove_pointer_t<locale_t>, FreeLocale> locale(
-        newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr));
+    const Locale locale = neutralLocale();
     if (!locale) failMapping();
     for (std::size_t unit = 1; unit < table.size(); ++unit) {
         if (isSurrogate(unit)) continue;
         const wint_t upper = towupper_l(static_cast<wint_t>(unit), locale.get());
         if (upper < table.size()) table[unit] = static_cast<char16_t>(upper);
     }
+}
+
+wchar_t lowerFromPlatform(wchar_t unit) {
+    constexpr std::size_t kUnits = std::tuple_size_v<UpperCaseTable>;
+    const auto index = static_cast<std::size_t>(unit);
+    const Locale locale = neutralLocale();
+    if (!locale || index >= kUnits || isSurrogate(index)) return unit;
+    const wint_t lower = towlower_l(static_cast<wint_t>(unit), locale.get());
+    return lower < kUnits ? static_cast<wchar_t>(lower) : unit;
 }
 
 #endif
@@ -85,6 +103,8 @@ const UpperCaseTable& upperCaseTable() {
 }
 
 wchar_t upperCase(wchar_t unit) { return upperCase(upperCaseTable(), unit); }
+
+wchar_t lowerCase(wchar_t unit) { return lowerFromPlatform(unit); }
 
 std::wstring upperCase(std::wstring_view text) {
     std::wstring result(text);

@@ -35,6 +35,9 @@ wchar_t upperCase(wchar_t unit);
 // `text` with every unit upper-cased; throws std::bad_alloc.
 std::wstring upperCase(std::wstring_view text);
 
+// The lower-case unit of `unit`, by the same rules; itself where the platform has no mapping.
+wchar_t lowerCase(wchar_t unit);
+
 // Upper-cases `length` units where they stand.
 void upperCaseInPlace(wchar_t* units, std::size_t length);
 

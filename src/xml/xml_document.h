@@ -23,6 +23,8 @@ class XmlDocument {
   public:
     // An empty document; throws Error when the platform has no XML parser.
     static XmlDocument make();
+    // As make(), for writing only: parse() must not be called, and select() may not know XPath.
+    static XmlDocument blank();
 
     explicit operator bool() const { return document_ != nullptr; }
 
@@ -31,31 +33,44 @@ class XmlDocument {
     bool parse(std::span<const std::byte> content);
     bool parse(std::wstring_view content);
 
-    // The document as a file holds it: in windows-1252, whatever it was read from. Characters that
-    // the code page lacks are written as references; throws Error where one stands in a
-    // name or a comment, which cannot hold references.
-    std::string bytes() const;
+    // Keeps the blanks around texts, and texts of blanks alone, in what is parsed afterwards.
+    void keepBlanks() const;
+
     std::wstring xml() const;
+    // Null when the document is empty.
+    XmlElement root() const;
 
     // The first node that an XPath expression selects; null when there is none. Throws Error when
     // the expression is invalid.
     XmlNode select(const std::wstring& path) const;
-    XmlElement createElement(const std::wstring& name) const;
+    // As the function below.
+    XmlElement createElement(std::wstring_view name, std::wstring_view content = {}) const;
+    // Appends a child; where all children of an element are elements, appended in this way, xml()
+    // and the like write no line ends between them, whatever the version of the parser.
+    void appendUnindented(const XmlElement& parent, const XmlElement& child) const;
     // Appends a root element with a processing instruction before it.
     XmlElement addRoot(const std::wstring& name, const std::wstring& target,
                        const std::wstring& data) const;
 
   private:
     bool isReadable(VARIANT_BOOL loaded) const;
-    // The text without the XML declaration, which parsers do not write alike.
-    std::wstring body() const;
 
     ComPtr<IXMLDOMDocument2> document_;
 };
 
-// Sets an attribute to a text. Characters that XML cannot hold are left out.
+// A new element outside the document's tree. Characters that XML cannot hold are left out of its
+// content. Throws Error when XML does not allow the name.
+XmlElement createElement(IXMLDOMDocument* document, std::wstring_view name,
+                         std::wstring_view content = {});
+// The first node that an XPath expression selects from a node of any version of the parser; null
+// when there is none. Throws Error when the expression is invalid.
+XmlNode selectFrom(IXMLDOMNode* node, BSTR path);
+// Sets an attribute to a text. Throws Error when XML does not allow the name. Characters that XML
+// cannot hold are left out.
 void setAttribute(const XmlElement& element, const Bstr& name, Variant value);
 std::wstring attribute(const XmlElement& element, const std::wstring& name);
+// The attribute of exactly that name; null when there is none.
+XmlNode attributeNode(const XmlElement& element, std::wstring_view name);
 // The value of the first attribute; throws Error when the node has none.
 std::wstring firstAttribute(const XmlNode& node);
 // Calls `visit(name, value)` for every attribute, in order.

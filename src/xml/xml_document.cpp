@@ -1,61 +1,60 @@
-#include "preferences/xml_document.h"
+#include "xml/xml_document.h"
 
 #include <cstring>
 
 #include "automation/error.h"
-#include "preferences/windows1252.h"
+#include "frame/shared_instances.h"
+#include "xml/xml_text.h"
 
 namespace vela {
 
 namespace {
-
-// Characters of XML 1.0; surrogates only in pairs.
-bool isXmlCharacter(std::wstring_view text, std::size_t at) {
-    const wchar_t c = text[at];
-    if (c < 0x20) return c == L'\t' || c == L'\n' || c == L'\r';
-    const auto isHigh = [](wchar_t u) { return u >= 0xD800 && u < 0xDC00; };
-    const auto isLow = [](wchar_t u) { return u >= 0xDC00 && u < 0xE000; };
-    if (isHigh(c)) return at + 1 < text.size() && isLow(text[at + 1]);
-    if (isLow(c)) return at > 0 && isHigh(text[at - 1]);
-    return c != 0xFFFE && c != 0xFFFF;
-}
-
-bool isXmlText(std::wstring_view text) {
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        if (!isXmlCharacter(text, i)) return false;
-    }
-    return true;
-}
-
-std::wstring xmlText(std::wstring_view text) {
-    std::wstring result;
-    result.reserve(text.size());
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        if (isXmlCharacter(text, i)) result += text[i];
-    }
-    return result;
-}
 
 constexpr CLSID kDomDocument60 = {
     0x88d96a05, 0xf192, 0x11d4, {0xa6, 0x5f, 0x00, 0x40, 0x96, 0x32, 0x51, 0xe5}};
 constexpr CLSID kDomDocument30 = {
     0xf5078f32, 0xc551, 0x11d3, {0x89, 0xb9, 0x00, 0x00, 0xf8, 0x1f, 0xe2, 0x21}};
 
+// Finding the parser takes longer than most documents do: its factory is kept until the apartment
+// ends.
+ComPtr<IClassFactory>& keptFactory() {
+    static ComPtr<IClassFactory>& factory = *new ComPtr<IClassFactory>;
+    return factory;
+}
+
+ComPtr<IClassFactory> parserFactory() {
+    ComPtr<IClassFactory>& factory = keptFactory();
+    if (factory) return factory;
+    ComPtr<IClassFactory> found;
+    const auto find = [&](const CLSID& id) {
+        return CoGetClassObject(id, CLSCTX_INPROC_SERVER, nullptr, IID_PPV_ARGS(&found));
+    };
+    if (FAILED(find(kDomDocument60))) check(find(kDomDocument30));
+    atApartmentEnd([] {
+        keptFactory()->LockServer(FALSE);
+        keptFactory().Reset();
+    });
+    check(found->LockServer(TRUE));
+    return factory = found;
+}
+
 ComPtr<IXMLDOMDocument2> createParser() {
     ComPtr<IXMLDOMDocument2> parser;
-    HRESULT outcome =
-        CoCreateInstance(kDomDocument60, nullptr, CLSCTX_INPROC_SERVER, IID_PPV_ARGS(&parser));
-    if (FAILED(outcome)) {
-        outcome =
-            CoCreateInstance(kDomDocument30, nullptr, CLSCTX_INPROC_SERVER, IID_PPV_ARGS(&parser));
-    }
-    check(outcome);
+    check(parserFactory()->CreateInstance(nullptr, IID_PPV_ARGS(&parser)));
     return parser;
 }
+
+constexpr wchar_t kSelectionLanguage[] = L"SelectionLanguage";
 
 void setProperty(IXMLDOMDocument2* parser, const wchar_t* name, Variant value) {
     // Older versions lack some: their behaviour then is the one asked for.
     parser->setProperty(Bstr(name).get(), value);
+}
+
+// Not every version of the parser looks at the names that it is given.
+std::wstring_view requireXmlName(std::wstring_view name) {
+    if (isXmlName(name)) return name;
+    throw Error{E_INVALIDARG, kLibraryName, L"Not a name that XML allows: " + std::wstring(name)};
 }
 
 Variant yes() {
@@ -65,19 +64,48 @@ Variant yes() {
     return value;
 }
 
+// Older versions read expressions as patterns until told otherwise. The document is left as it was.
+class XPathLanguage {
+  public:
+    explicit XPathLanguage(IXMLDOMNode* node) {
+        ComPtr<IXMLDOMDocument> owner;
+        if (node->get_ownerDocument(&owner) != S_OK) node->QueryInterface(IID_PPV_ARGS(&owner));
+        if (!owner || FAILED(owner.As(&document_))) return;
+        if (FAILED(document_->getProperty(name_.get(), &before_))) document_.Reset();
+        else setProperty(document_.Get(), name_.get(), Variant(L"XPath"));
+    }
+    ~XPathLanguage() {
+        if (document_) document_->setProperty(name_.get(), before_);
+    }
+    XPathLanguage(const XPathLanguage&) = delete;
+    XPathLanguage& operator=(const XPathLanguage&) = delete;
+
+  private:
+    const Bstr name_{kSelectionLanguage};
+    ComPtr<IXMLDOMDocument2> document_;
+    Variant before_;
+};
+
 }  // namespace
 
-XmlDocument XmlDocument::make() {
+XmlDocument XmlDocument::blank() {
     XmlDocument result;
     result.document_ = createParser();
+    return result;
+}
+
+XmlDocument XmlDocument::make() {
+    XmlDocument result = blank();
     IXMLDOMDocument2* parser = result.document_.Get();
     check(parser->put_async(VARIANT_FALSE));
     check(parser->put_validateOnParse(VARIANT_FALSE));
     check(parser->put_resolveExternals(VARIANT_FALSE));
-    setProperty(parser, L"SelectionLanguage", Variant(std::wstring_view(L"XPath")));
+    setProperty(parser, kSelectionLanguage, Variant(L"XPath"));
     setProperty(parser, L"ProhibitDTD", yes());
     return result;
 }
+
+void XmlDocument::keepBlanks() const { check(document_->put_preserveWhiteSpace(VARIANT_TRUE)); }
 
 bool XmlDocument::isReadable(VARIANT_BOOL loaded) const {
     ComPtr<IXMLDOMDocumentType> type;
@@ -104,27 +132,6 @@ bool XmlDocument::parse(std::wstring_view content) {
     return isReadable(SUCCEEDED(outcome) ? loaded : VARIANT_FALSE);
 }
 
-std::string XmlDocument::bytes() const {
-    const std::wstring text = body();
-    bool complete = true;
-    std::string content =
-        "<?xml version=\"1.0\" encoding=\"windows-1252\"?>\r\n" + toWindows1252(text, complete);
-    // References are right in values, and wrong in names, comments and the like.
-    if (!complete) {
-        XmlDocument written = make();
-        if (!written.parse(std::as_bytes(std::span(content))) || written.body() != text) {
-            check(E_FAIL);
-        }
-    }
-    return content;
-}
-
-std::wstring XmlDocument::body() const {
-    std::wstring text = xml();
-    if (text.starts_with(L"<?xml ")) text.erase(0, text.find(L"?>") + 2);
-    return text.erase(0, text.find_first_not_of(L" \r\n"));
-}
-
 std::wstring XmlDocument::xml() const {
     Bstr text;
     check(document_->get_xml(text.put()));
@@ -137,10 +144,26 @@ XmlNode XmlDocument::select(const std::wstring& path) const {
     return node;
 }
 
-XmlElement XmlDocument::createElement(const std::wstring& name) const {
+XmlElement XmlDocument::root() const {
     XmlElement element;
-    check(document_->createElement(Bstr(name).get(), &element));
+    check(document_->get_documentElement(&element));
     return element;
+}
+
+XmlElement XmlDocument::createElement(std::wstring_view name, std::wstring_view content) const {
+    return vela::createElement(document_.Get(), name, content);
+}
+
+void XmlDocument::appendUnindented(const XmlElement& parent, const XmlElement& child) const {
+    VARIANT_BOOL hasChildren = VARIANT_FALSE;
+    check(parent->hasChildNodes(&hasChildren));
+    if (!isTrue(hasChildren)) {
+        // Elements beside a text, be it an empty one, are not indented by any version.
+        ComPtr<IXMLDOMText> nothing;
+        check(document_->createTextNode(Bstr(L"").get(), &nothing));
+        check(parent->appendChild(nothing.Get(), nullptr));
+    }
+    check(parent->appendChild(child.Get(), nullptr));
 }
 
 XmlElement XmlDocument::addRoot(const std::wstring& name, const std::wstring& target,
@@ -155,7 +178,23 @@ XmlElement XmlDocument::addRoot(const std::wstring& name, const std::wstring& ta
     return root;
 }
 
+XmlElement createElement(IXMLDOMDocument* document, std::wstring_view name,
+                         std::wstring_view content) {
+    XmlElement element;
+    check(document->createElement(Bstr(requireXmlName(name)).get(), &element));
+    if (!content.empty()) check(element->put_text(Bstr(xmlText(content)).get()));
+    return element;
+}
+
+XmlNode selectFrom(IXMLDOMNode* node, BSTR path) {
+    const XPathLanguage language(node);
+    XmlNode found;
+    check(node->selectSingleNode(path, &found));
+    return found;
+}
+
 void setAttribute(const XmlElement& element, const Bstr& name, Variant value) {
+    requireXmlName(name.view());
     if (!isXmlText(text(value.bstrVal))) value = Variant(xmlText(text(value.bstrVal)));
     check(element->setAttribute(name.get(), value));
 }
@@ -164,6 +203,12 @@ std::wstring attribute(const XmlElement& element, const std::wstring& name) {
     Variant value;
     if (check(element->getAttribute(Bstr(name).get(), &value)) != S_OK) return {};
     return textOf(value);
+}
+
+XmlNode attributeNode(const XmlElement& element, std::wstring_view name) {
+    ComPtr<IXMLDOMAttribute> found;
+    if (element->getAttributeNode(Bstr(name).get(), &found) != S_OK) return nullptr;
+    return found;
 }
 
 std::wstring firstAttribute(const XmlNode& node) {

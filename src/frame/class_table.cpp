@@ -17,6 +17,7 @@
 #include "preferences/RPManager.h"
 #include "preferences/UIItem.h"
 #include "serialization/KeyValue.h"
+#include "serialization/Serializer.h"
 #include "serialization/Switches.h"
 #include "text/TextUtil.h"
 
@@ -64,10 +65,10 @@ class ClassFactory final : public Counted<IClassFactory> {
 
 CreateFunction creatorOf(const CLSID& id) {
     static const Entry table[] = {
-        entry<Collection>(),  entry<DPItem>(),   entry<EventHistory>(), entry<KVItem>(),
-        entry<KeyValue>(),    entry<MyUtil>(),   entry<Notification>(), entry<PPItem>(),
-        entry<Preferences>(), entry<RPItem>(),   entry<RPManager>(),    entry<Switches>(),
-        entry<SysUtil>(),     entry<TextUtil>(), entry<UIItem>(),
+        entry<Collection>(),  entry<DPItem>(),  entry<EventHistory>(), entry<KVItem>(),
+        entry<KeyValue>(),    entry<MyUtil>(),  entry<Notification>(), entry<PPItem>(),
+        entry<Preferences>(), entry<RPItem>(),  entry<RPManager>(),    entry<Serializer>(),
+        entry<Switches>(),    entry<SysUtil>(), entry<TextUtil>(),     entry<UIItem>(),
     };
     const auto found = std::find_if(std::begin(table), std::end(table),
                                     [&](const Entry& entry) { return entry.id == id; });

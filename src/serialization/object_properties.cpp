@@ -1,0 +1,141 @@
+#include "serialization/object_properties.h"
+
+#include <dispex.h>
+
+#include <algorithm>
+#include <vector>
+
+#include "automation/adapter.h"
+#include "automation/object.h"
+#include "frame/shared_instances.h"
+#include "serialization/ISerializable.h"
+
+namespace vela {
+
+namespace {
+
+using ClassProperties = KeyedCollection<DeclaredProperty>;
+using SharedProperties = std::shared_ptr<const ClassProperties>;
+
+constexpr DISPID kDefaultProperty = DISPID_VALUE;
+constexpr int kDefaultsFollowed = 16;  // default properties may lead in circles
+
+struct KnownClass {
+    InterfaceIdentity identity;
+    SharedProperties properties;
+};
+
+// Plain data, so that no class's module is kept loaded.
+std::vector<KnownClass>& knownClasses() {
+    static std::vector<KnownClass>& classes = *new std::vector<KnownClass>;
+    return classes;
+}
+
+SharedProperties readClass(ITypeInfo* info) {
+    auto properties = std::make_shared<ClassProperties>();
+    std::vector<DeclaredProperty> declared = readableProperties(info);
+    // What an interface declares itself hides what it derives.
+    for (auto property = declared.rbegin(); property != declared.rend(); ++property) {
+        const std::wstring name = property->name;
+        properties->add(std::move(*property), std::wstring_view(name));
+    }
+    return properties;
+}
+
+// Null for an object that has no type information.
+SharedProperties classOf(IDispatch* object) {
+    const auto info = typeInformationOf(object);
+    if (!info) return nullptr;
+    const InterfaceIdentity identity = identityOf(info.Get());
+    if (identity.id == GUID_NULL) return readClass(info.Get());
+    for (const KnownClass& known : knownClasses()) {
+        if (known.identity == identity) return known.properties;
+    }
+    SharedProperties properties = readClass(info.Get());
+    atApartmentEnd([] { knownClasses().clear(); });
+    knownClasses().push_back({identity, properties});
+    return properties;
+}
+
+// The object's own spelling of a member's name, where it has a table of names.
+std::wstring ownSpelling(IDispatch* object, DISPID id, const std::wstring& asked) {
+    ComPtr<IDispatchEx> extended;
+    Bstr name;
+    if (FAILED(object->QueryInterface(IID_PPV_ARGS(&extended)))) return asked;
+    if (FAILED(extended->GetMemberName(id, name.put())) || name.view().empty()) return asked;
+    return name.str();
+}
+
+// The object that a variant holds; throws Error 91 when it is nothing.
+ComPtr<IDispatch> heldObject(Variant& value) {
+    ComPtr<IUnknown> held;
+    ComPtr<IDispatch> object;
+    check(objectOf(&value, &held));
+    if (!held) raise(RuntimeError::ObjectNotSet);
+    check(held.As(&object));
+    return object;
+}
+
+Variant withoutObjects(Variant value) {
+    for (int i = 0; i < kDefaultsFollowed && holdsObject(value); ++i) {
+        Variant inner;
+        checkRecorded(callLateBound(heldObject(value).Get(), kDefaultProperty, DISPATCH_PROPERTYGET,
+                                    {}, &inner));
+        value = std::move(inner);
+    }
+    if (holdsObject(value)) raise(RuntimeError::TypeMismatch);
+    return value;
+}
+
+Variant nestedText(Variant value) {
+    const auto object = heldObject(value);
+    const bool nested =
+        hasMember(object.Get(), L"FromString") && hasMember(object.Get(), L"ToString");
+    if (!nested) return value;
+    Variant text;
+    checkRecorded(callLateBound(object.Get(), L"ToString", DISPATCH_METHOD, {}, &text));
+    return text;
+}
+
+}  // namespace
+
+ObjectProperties::ObjectProperties(ComPtr<IDispatch> object)
+    : object_(std::move(object)), declared_(object_ ? classOf(object_.Get()) : nullptr) {}
+
+DeclaredProperty ObjectProperties::find(const std::wstring& name) const {
+    if (!object_) raise(RuntimeError::ObjectNotSet);
+    if (declared_) {
+        if (const DeclaredProperty* property = declared_->find(name)) return *property;
+    }
+    DISPID id = DISPID_UNKNOWN;
+    if (name.empty() || FAILED(findMember(object_.Get(), name.c_str(), &id))) {
+        raise(RuntimeError::MemberNotSupported);
+    }
+    return {ownSpelling(object_.Get(), id, name), id, VT_EMPTY};
+}
+
+ReadValue ObjectProperties::read(const DeclaredProperty& property) const {
+    Variant value;
+    checkRecorded(callLateBound(object_.Get(), property.id, DISPATCH_PROPERTYGET, {}, &value));
+    const VARTYPE own = dereferenced(value).vt & ~VT_BYREF;
+    if (holdsObject(value)) value = nestedText(std::move(value));
+    return {textOf(withoutObjects(std::move(value))),
+            property.type == VT_EMPTY ? own : property.type};
+}
+
+std::wstring ownPropertyList(IDispatch* object) {
+    std::wstring list;
+    quietly([&] {
+        ComPtr<ISerializable> own;
+        if (!object) return;
+        auto** place = reinterpret_cast<void**>(own.GetAddressOf());
+        if (SUCCEEDED(object->QueryInterface(IID_ISerializable, place))) {
+            list = textProperty(own.Get(), &ISerializable::get_SerializableProperties);
+        } else if (hasMember(object, L"SerializableProperties")) {
+            list = textOf(getProperty(object, L"SerializableProperties"));
+        }
+    });
+    return list;
+}
+
+}  // namespace vela

@@ -14,5 +14,6 @@ bool collection();
 bool documents();
 bool notifications();
 bool switches();
+bool serializer();
 
 }  // namespace bench

@@ -12,7 +12,7 @@ int main() {
     CoInitialize(nullptr);
     bool good = true;
     for (const auto table : {bench::lateBinding, bench::collection, bench::documents,
-                             bench::notifications, bench::switches}) {
+                             bench::notifications, bench::switches, bench::serializer}) {
         good = table() && good;
     }
     CoUninitialize();

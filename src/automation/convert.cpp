@@ -63,7 +63,12 @@ Variant converted(const VARIANT& value, VARTYPE type) {
     return result;
 }
 
-std::wstring textOf(const VARIANT& value) {
+std::wstring textOf(const VARIANT& source) {
+    const VARIANT& value = dereferenced(source);
+    // What is common and the same in every locale needs no help of the platform, which is slow.
+    if (value.vt == VT_BSTR) return std::wstring(text(value.bstrVal));
+    if (value.vt == VT_I4) return std::to_wstring(value.lVal);
+    if (value.vt == VT_I2) return std::to_wstring(value.iVal);
     return std::wstring(text(converted(value, VT_BSTR).bstrVal));
 }
 

@@ -12,21 +12,39 @@ namespace {
 
 constexpr DISPID kSerializing = 1;
 
-std::wstring formattedDate(const std::wstring& text) {
+// A property on its way out. Handlers of the event may change its name, its text and its kind.
+struct Outgoing {
+    Variant name;
+    Variant text;
+    SerializeAsTypes kind;
+    ReadValue read;
+};
+
+// The date that a text stands for under the user's locale; 0 when it is none. Short forms of dates
+// leave out centuries: as long as the text is that of a date, the date itself counts.
+DATE dateOf(const Outgoing& property, const std::wstring& text) {
+    const ReadValue& read = property.read;
+    if (read.value.vt == VT_DATE && read.text == text) return read.value.date;
     DATE date = 0;
+    auto* source = const_cast<wchar_t*>(text.c_str());
+    return SUCCEEDED(VarDateFromStr(source, LOCALE_USER_DEFAULT, 0, &date)) ? date : 0;
+}
+
+std::wstring formattedDate(const Outgoing& property) {
+    const std::wstring text = textOf(property.text);
     SYSTEMTIME time;
-    const bool valid =
-        beginsAboveZero(text) && SUCCEEDED(VarDateFromStr(const_cast<wchar_t*>(text.c_str()),
-                                                          LOCALE_USER_DEFAULT, 0, &date));
-    // Midnight itself is written with a twelve by some locales.
-    if (!valid || date == 0 || !VariantTimeToSystemTime(date, &time)) return {};
+    if (!beginsAboveZero(text)) return {};
+    // The zero date has to be looked for: some locales write midnight with a twelve.
+    const DATE date = dateOf(property, text);
+    if (date == 0 || !VariantTimeToSystemTime(date, &time)) return {};
     return dayMonthYear(time.wDay, time.wMonth, time.wYear);
 }
 
 // As the property's type is written; throws Error 13 for a Boolean property's text that is none.
-std::wstring formatted(const Variant& text, VARTYPE type) {
-    if (type == VT_BOOL) return textOf(converted(text, VT_BOOL));
-    return type == VT_DATE ? formattedDate(textOf(text)) : textOf(text);
+std::wstring formatted(const Outgoing& property) {
+    if (property.read.type == VT_DATE) return formattedDate(property);
+    if (property.read.type != VT_BOOL) return textOf(property.text);
+    return textOf(converted(property.text, VT_BOOL));
 }
 
 // The element that is being written. It stays outside the document.
@@ -74,30 +92,19 @@ void assign(IDispatch* object, const XmlNode& node) {
     putProperty(object, name.str().c_str(), Variant(value.view()));
 }
 
-// A property on its way out, as the event's handlers may change it.
-struct Outgoing {
-    Variant name;
-    Variant text;
-    SerializeAsTypes kind;
-    VARTYPE type;
-};
-
 // Nothing for a property that cannot be read; throws Error 438 for a name that the object lacks.
 std::optional<Outgoing> read(const ObjectProperties& properties, const ListedProperty& listed) {
     const DeclaredProperty property = properties.find(std::wstring(listed.name));
     ReadValue value;
     if (!quietly([&] { value = properties.read(property); })) return std::nullopt;
     return Outgoing{Variant(outputName(property.name, listed.kind)), Variant(value.text),
-                    static_cast<SerializeAsTypes>(listed.kind), value.type};
+                    static_cast<SerializeAsTypes>(listed.kind), std::move(value)};
 }
 
 void write(Root& root, const Outgoing& property) {
     const std::wstring_view name = text(property.name.bstrVal);
-    if (property.kind == SerializeAsAttribute) {
-        root.setAttribute(name, formatted(property.text, property.type));
-    } else if (property.kind == SerializeAsTag) {
-        root.append(name, formatted(property.text, property.type));
-    }
+    if (property.kind == SerializeAsAttribute) root.setAttribute(name, formatted(property));
+    if (property.kind == SerializeAsTag) root.append(name, formatted(property));
 }
 
 VARIANT reference(VARTYPE type, void* place) {

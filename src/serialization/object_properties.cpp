@@ -119,8 +119,9 @@ ReadValue ObjectProperties::read(const DeclaredProperty& property) const {
     checkRecorded(callLateBound(object_.Get(), property.id, DISPATCH_PROPERTYGET, {}, &value));
     const VARTYPE own = dereferenced(value).vt & ~VT_BYREF;
     if (holdsObject(value)) value = nestedText(std::move(value));
-    return {textOf(withoutObjects(std::move(value))),
-            property.type == VT_EMPTY ? own : property.type};
+    value = withoutObjects(std::move(value));
+    std::wstring text = textOf(value);
+    return {std::move(value), std::move(text), property.type == VT_EMPTY ? own : property.type};
 }
 
 std::wstring ownPropertyList(IDispatch* object) {

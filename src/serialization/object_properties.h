@@ -8,8 +8,9 @@
 
 namespace vela {
 
-// A value as text, and the type that decides how it is written.
+// A value as read, no object any more, as text, and the type that decides how it is written.
 struct ReadValue {
+    Variant value;
     std::wstring text;
     VARTYPE type;
 };

@@ -57,6 +57,10 @@ std::wstring_view requireXmlName(std::wstring_view name) {
     throw Error{E_INVALIDARG, kLibraryName, L"Not a name that XML allows: " + std::wstring(name)};
 }
 
+Bstr xmlString(std::wstring_view text) {
+    return isXmlText(text) ? Bstr(text) : Bstr(xmlText(text));
+}
+
 Variant yes() {
     Variant value;
     value.vt = VT_BOOL;
@@ -182,7 +186,7 @@ XmlElement createElement(IXMLDOMDocument* document, std::wstring_view name,
                          std::wstring_view content) {
     XmlElement element;
     check(document->createElement(Bstr(requireXmlName(name)).get(), &element));
-    if (!content.empty()) check(element->put_text(Bstr(xmlText(content)).get()));
+    if (!content.empty()) check(element->put_text(xmlString(content).get()));
     return element;
 }
 

@@ -49,8 +49,6 @@ HRESULT record(HRESULT number, const wchar_t* source, const wchar_t* description
 
 }  // namespace
 
-void raise(RuntimeError error) { throw Error{runtimeNumber(error), kLibraryName, describe(error)}; }
-
 void raiseNotImplemented() {
     throw Error{E_NOTIMPL, kLibraryName, L"This member is not available in this version"};
 }
@@ -67,6 +65,8 @@ HRESULT reportCurrentException() noexcept {
     } catch (const Error& error) {
         const HRESULT number = FAILED(error.number) ? error.number : E_UNEXPECTED;
         return record(number, error.source.c_str(), error.description.c_str());
+    } catch (const RuntimeFailure& failure) {
+        return record(runtimeNumber(failure.error), kLibraryName, describe(failure.error));
     } catch (const std::bad_alloc&) {
         return record(E_OUTOFMEMORY, kLibraryName, L"Out of memory");
     } catch (const std::length_error&) {

@@ -1,8 +1,8 @@
-// Errors: one exception type inside, HRESULT plus error info outside.
+// Errors: exceptions inside, HRESULT plus error info outside.
 //
-// Code below the class boundary throws Error (or lets a standard exception pass); guard() and
-// answer() are the only places where an exception becomes an HRESULT. Nothing escapes through an
-// interface method.
+// Code below the class boundary raises a run-time error, throws Error, or lets a standard exception
+// pass; guard() and answer() are the only places where an exception becomes an HRESULT. Nothing
+// escapes through an interface method.
 #pragma once
 
 #include <windows.h>
@@ -13,6 +13,7 @@
 #include <string_view>
 
 #include "automation/convert.h"
+#include "automation/runtime_error.h"
 
 namespace vela {
 
@@ -25,21 +26,6 @@ struct Error {
     std::wstring description;
 };
 
-// Automation run-time errors; the value is what a script reads in Err.Number.
-enum class RuntimeError : int {
-    InvalidProcedureCall = 5,
-    Overflow = 6,
-    SubscriptOutOfRange = 9,
-    DivisionByZero = 11,
-    TypeMismatch = 13,
-    ObjectNotSet = 91,
-    InvalidPattern = 93,
-    MemberNotSupported = 438,
-    KeyAlreadyPresent = 457,
-};
-
-// Throws the run-time error with its usual English text.
-[[noreturn]] void raise(RuntimeError error);
 // Throws for a member that a class declares and does not offer yet.
 [[noreturn]] void raiseNotImplemented();
 // Throws when `result` is a failure; gives it back otherwise.

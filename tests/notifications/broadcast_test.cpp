@@ -118,7 +118,7 @@ class NotificationsBroadcast : public test::NoObjectsLeft {};
 
 TEST_F(NotificationsBroadcast, DoesWhatTheDocumentedTableSays) {
     std::istringstream page(
-        test::readFile(std::filesystem::path("Z:" VELA_DOCS "/notifications.md").wstring()));
+        test::readFile(std::filesystem::path(VELA_DOCS "/notifications.md").wstring()));
     std::size_t rows = 0;
     for (std::string line; std::getline(page, line);) {
         const auto cells = cellsOf(line);

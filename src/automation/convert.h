@@ -6,6 +6,7 @@
 #include <oleauto.h>
 #include <wrl/client.h>
 
+#include <cstdint>
 #include <limits>
 #include <new>
 #include <optional>
@@ -163,6 +164,10 @@ inline void store(VARIANT* result, Variant value) { *result = value.release(); }
 inline void store(VARIANT_BOOL* result, bool value) {
     *result = value ? VARIANT_TRUE : VARIANT_FALSE;
 }
+// A currency value in ten-thousandths.
+inline void store(CY* result, std::int64_t value) { result->int64 = value; }
+// Where the platform's 32-bit number is another type.
+inline void store(LONG* result, std::int32_t value) { *result = value; }
 template <class Target, class Value>
 requires(std::is_arithmetic_v<Target> || std::is_enum_v<Target>) &&
     std::is_same_v<std::remove_cvref_t<Value>, Target> void store(Target* result, Value value) {

@@ -351,7 +351,8 @@ HRESULT writeElement(SAFEARRAY* array, LONG index, VARTYPE type, Variant& elemen
     return SafeArrayPutElement(array, &index, place);
 }
 
-// A one-dimensional array with the bounds of `source` and elements converted to `type`.
+}  // namespace
+
 HRESULT convertArray(SAFEARRAY* source, VARTYPE type, SAFEARRAY** result) {
     if (SafeArrayGetDim(source) != 1) return DISP_E_TYPEMISMATCH;
     LONG lower = 0;
@@ -375,6 +376,8 @@ HRESULT convertArray(SAFEARRAY* source, VARTYPE type, SAFEARRAY** result) {
     *result = target;
     return S_OK;
 }
+
+namespace {
 
 // The array behind a variant, and where a new one is to go; null when there is none.
 SAFEARRAY** arrayPlace(VARIANT* argument) {

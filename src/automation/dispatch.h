@@ -308,6 +308,9 @@ class PointerRef : public Pointer<Interface> {
     ComPtr<Interface> before_;
 };
 
+// A one-dimensional array with the bounds of `source` and its elements converted to `type`.
+HRESULT convertArray(SAFEARRAY* source, VARTYPE type, SAFEARRAY** result);
+
 // An array by reference. Arrays of variants, the only ones that scripts have, stand in for arrays
 // of any element type: the elements are converted, and converted back after the call.
 class ArrayStorage {

@@ -7,6 +7,7 @@ namespace bench {
 // The algorithms, natively.
 bool keyedCollection();
 bool transforms();
+bool extenso();
 
 // Clients of the registered library.
 bool lateBinding();

@@ -44,9 +44,11 @@ std::optional<int> difference(std::wstring_view from, std::wstring_view to) {
     return static_cast<int>((*last - *first).count());
 }
 
-// The day of a text in the fixed form that is in the calendar as it stands.
-std::optional<Day> readFixedForm(std::wstring_view date) {
+// The day of a text in the fixed form that is in the calendar as it stands. None for what may have
+// been written by the locale, which is known by its separator.
+std::optional<Day> readFixedForm(std::wstring_view date, wchar_t localeSeparator) {
     if (date.size() != 8 && date.size() != 10) return std::nullopt;
+    if (date[2] == localeSeparator || date[5] == localeSeparator) return std::nullopt;
     for (std::size_t i = 0; i < date.size(); ++i) {
         if (isDigit(date[i]) == (i == 2 || i == 5)) return std::nullopt;
     }
@@ -119,7 +121,7 @@ wchar_t dateSeparator(std::wstring_view today) {
 }
 
 std::wstring standardDate(std::wstring_view date, wchar_t separator, const DateReader& read) {
-    std::optional<Day> day = readFixedForm(date);
+    std::optional<Day> day = readFixedForm(date, separator);
     if (!day) {
         std::wstring separated(date);
         std::replace_if(

@@ -121,9 +121,9 @@ Sub Errors()
     Expect "assigning to a method", "", ""
     value = text.SemEspacos("a b")
     Expect "a member that is not built", &H80004001, NotBuilt
-    Set value = CreateObject("VelaUtil10.MyUtil").MyMath
+    Set value = CreateObject("VelaUtil10.MyUtil").MyRegistry
     Expect "an accessor that is not built", &H80004001, NotBuilt
-    Set value = CreateObject("VelaUtil10.MathUtil")
+    Set value = CreateObject("VelaUtil10.RegistryUtil")
     Expect "a class that is not built", "", ""
     Set value = CreateObject("VelaUtil10.UPManager")
     Expect "a class that is not creatable", "", ""

@@ -15,7 +15,8 @@ TEST(TextDatetimeUtil, ReadsDatesInTheOrderOfTheLocale) {
         const wchar_t *date, *expected;
     } const table[] = {
         {kAmerica, L"05.03.2004", L"05-03-2004"},  {kPortugal, L"5.3.2004", L"05-03-2004"},
-        {kAmerica, L"5.3.2004", L"03-05-2004"},    {kPortugal, L"2004-3-5", L"05-03-2004"},
+        {kAmerica, L"5.3.2004", L"03-05-2004"},    {kAmerica, L"05/03/2004", L"03-05-2004"},
+        {kPortugal, L"05/03/2004", L"05-03-2004"}, {kPortugal, L"2004-3-5", L"05-03-2004"},
         {kPortugal, L"31-04-2004", L"31-04-2004"}, {kPortugal, L"no date", L"no date"},
         {kPortugal, L"29-02-1900", L"29-02-1900"},
     };

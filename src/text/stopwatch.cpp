@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <initializer_list>
+#include <optional>
 
 #include "text/rounding.h"
 #include "text/text_normalisation.h"
@@ -40,6 +41,14 @@ std::size_t halfOfDayMark(std::wstring_view picture) {
     return 0;
 }
 
+// The part that a letter stands for behind the part of letter `before`.
+std::optional<std::int32_t> partFor(wchar_t letter, wchar_t before, const ElapsedTime& time) {
+    if (letter == L'H') return time.hours;
+    if (letter == L'S') return time.restSeconds();
+    if (letter == L'N' || (letter == L'M' && before == L'H')) return time.restMinutes();
+    return std::nullopt;
+}
+
 }  // namespace
 
 ElapsedTime::ElapsedTime(std::int32_t milliseconds)
@@ -68,21 +77,16 @@ bool isTimeOfDay(const ElapsedTime& time) {
            within(time.restSeconds(), 60);
 }
 
-std::wstring byPicture(const ElapsedTime& time, std::wstring_view name) {
-    const std::wstring_view picture = pictureOf(name);
+std::wstring byPicture(const ElapsedTime& time, std::wstring_view picture) {
+    picture = pictureOf(picture);
     std::wstring text;
-    wchar_t last = 0;  // the part before
+    wchar_t last = 0;  // letter of the part before
     for (std::size_t at = 0; at < picture.size();) {
         const wchar_t c = picture[at];
-        const wchar_t code = upperCase(c);
-        const std::size_t end = std::min(picture.find_first_not_of(c, at), picture.size());
-        const bool isMinute = code == L'N' || (code == L'M' && last == L'H');
-        if (isMinute || code == L'H' || code == L'S') {
-            const std::int32_t value = isMinute       ? time.restMinutes()
-                                       : code == L'H' ? time.hours
-                                                      : time.restSeconds();
-            text += padded(value, std::min<std::size_t>(end - at, 2));
-            last = code;
+        if (const auto part = partFor(upperCase(c), last, time)) {
+            const std::size_t end = std::min(picture.find_first_not_of(c, at), picture.size());
+            text += padded(*part, std::min<std::size_t>(end - at, 2));
+            last = upperCase(c);
             at = end;
         } else if (c == L'"') {
             const std::size_t close = std::min(picture.find(L'"', at + 1), picture.size());

@@ -2,6 +2,7 @@
 #include <thread>
 
 #include "automation/late_bound.h"
+#include "frame/shared_instances.h"
 #include "notifications/Pulsar.h"
 #include "notifications/notifications_support.h"
 #include "notifications/shared.h"
@@ -12,6 +13,9 @@ namespace {
 // Pulsars of an apartment of their own, which ends with the test; counts the pulses of each.
 class NotificationsPulsar : public testing::Test {
   protected:
+    void SetUp() override {
+        if (!releaseIfUnused()) GTEST_SKIP() << "earlier tests left shared objects to this thread";
+    }
     template <class Body>
     void inApartment(Body body) {
         const LONG before = liveObjects;

@@ -153,6 +153,10 @@ inline void rewrite(BSTR* target, std::wstring_view value) {
     const BSTR changed = allocate(value);
     SysFreeString(std::exchange(*target, changed));
 }
+// Puts `value` in the place of a caller's value.
+inline void rewrite(VARIANT* target, Variant value) {
+    std::swap(*target, static_cast<VARIANT&>(value));
+}
 
 inline constexpr bool isTrue(VARIANT_BOOL value) { return value != VARIANT_FALSE; }
 

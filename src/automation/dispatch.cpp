@@ -386,6 +386,33 @@ SAFEARRAY** arrayPlace(VARIANT* argument) {
     return argument->vt & VT_BYREF ? argument->pparray : &argument->parray;
 }
 
+// Whether two one-dimensional arrays of one simple element type hold the same.
+bool sameElements(SAFEARRAY* left, SAFEARRAY* right, VARTYPE type) {
+    const SAFEARRAYBOUND& bound = left->rgsabound[0];
+    const SAFEARRAYBOUND& other = right->rgsabound[0];
+    if (bound.lLbound != other.lLbound || bound.cElements != other.cElements) return false;
+    for (ULONG i = 0; i < bound.cElements; ++i) {
+        const LONG index = bound.lLbound + static_cast<LONG>(i);
+        Variant mine;
+        Variant others;
+        if (FAILED(readElement(left, index, type, mine)) ||
+            FAILED(readElement(right, index, type, others)) || !sameValue(mine, others)) {
+            return false;
+        }
+    }
+    return true;
+}
+
+// Whether the caller's array still converts to `converted`.
+bool stillConvertsTo(SAFEARRAY* converted, SAFEARRAY* original, VARTYPE type) {
+    Variant again;
+    if (type == VT_VARIANT || !original || FAILED(convertArray(original, type, &again.parray))) {
+        return false;
+    }
+    again.vt = VT_ARRAY | type;
+    return sameElements(converted, again.parray, type);
+}
+
 }  // namespace
 
 ArrayStorage::~ArrayStorage() {
@@ -413,6 +440,7 @@ void ArrayStorage::store(Arguments& arguments, std::size_t index) {
     if (!argument || target_ != &own_ || !(argument->vt & VT_BYREF) || !own_) return;
     // The caller's array keeps its element type; a variable without one gets an array of variants.
     SAFEARRAY** place = arrayPlace(argument);
+    if (place && stillConvertsTo(own_, *place, element_)) return;
     const VARTYPE type = place ? dereferenced(*argument).vt & VT_TYPEMASK : VT_VARIANT;
     SAFEARRAY* changed = nullptr;
     if (FAILED(convertArray(own_, type, &changed))) return;

@@ -312,7 +312,7 @@ class PointerRef : public Pointer<Interface> {
 HRESULT convertArray(SAFEARRAY* source, VARTYPE type, SAFEARRAY** result);
 
 // An array by reference. Arrays of variants, the only ones that scripts have, stand in for arrays
-// of any element type: the elements are converted, and converted back after the call.
+// of any element type: the elements are converted, and converted back if the call changed any.
 class ArrayStorage {
   public:
     ~ArrayStorage();

@@ -119,7 +119,7 @@ Sub Errors()
     Expect "no such member", 438, ""
     text.UTrim = "a"
     Expect "assigning to a method", "", ""
-    value = text.SemEspacos("a b")
+    value = CreateObject("VelaUtil10.SysUtil").GetNetworkIP()
     Expect "a member that is not built", &H80004001, NotBuilt
     Set value = CreateObject("VelaUtil10.MyUtil").MyRegistry
     Expect "an accessor that is not built", &H80004001, NotBuilt

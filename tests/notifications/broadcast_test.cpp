@@ -5,6 +5,7 @@
 
 #include "automation/late_bound.h"
 #include "notifications/notifications_support.h"
+#include "support/documents.h"
 
 namespace vela {
 namespace {
@@ -101,19 +102,6 @@ const std::map<std::string, Act> kActs = {
     {"raises an error", [](Scene&, _NotificationEventArgs*) { return E_ACCESSDENIED; }},
 };
 
-// The cells of a line of a table, without blanks around them; none for any other line.
-std::vector<std::string> cellsOf(const std::string& line) {
-    std::vector<std::string> cells;
-    for (std::size_t at = line.find('|'), end; at != std::string::npos; at = end) {
-        end = line.find('|', at + 1);
-        if (end == std::string::npos) break;
-        const std::string cell = line.substr(at + 1, end - at - 1);
-        const std::size_t first = cell.find_first_not_of(' ');
-        cells.push_back(cell.substr(first, cell.find_last_not_of(' ') - first + 1));
-    }
-    return cells;
-}
-
 class NotificationsBroadcast : public test::NoObjectsLeft {};
 
 TEST_F(NotificationsBroadcast, DoesWhatTheDocumentedTableSays) {
@@ -121,7 +109,7 @@ TEST_F(NotificationsBroadcast, DoesWhatTheDocumentedTableSays) {
         test::readFile(std::filesystem::path(VELA_DOCS "/notifications.md").wstring()));
     std::size_t rows = 0;
     for (std::string line; std::getline(page, line);) {
-        const auto cells = cellsOf(line);
+        const auto cells = test::cellsOf(line);
         if (cells.size() != 3 || !kActs.count(cells[0])) continue;
         SCOPED_TRACE(cells[0]);
         Scene scene;

@@ -382,18 +382,36 @@ struct SlotList {};
 
 namespace detail {
 
+// Conversions may overwrite the thread's last system error; callers are to find the one that the
+// member left.
+class LastSystemError {
+  public:
+    ~LastSystemError() { SetLastError(value_); }
+    void capture() { value_ = GetLastError(); }
+
+  private:
+    DWORD value_ = GetLastError();
+};
+
 template <class Interface, class... Slots, std::size_t... index, class Call>
 HRESULT callWith([[maybe_unused]] Arguments& arguments, std::index_sequence<index...>,
                  Call&& call) {
-    std::tuple<Slots...> slots;
-    HRESULT outcome = S_OK;
-    const bool loaded = (... && ((arguments.failed = index,
-                                  outcome = std::get<index>(slots).load(arguments, index)) >= 0));
-    if (!loaded) return outcome;
-    if constexpr (sizeof...(Slots) > 0) arguments.failed = Arguments::kMost;
-    outcome = call(std::get<index>(slots).pass()...);
-    (std::get<index>(slots).store(arguments, index), ...);
-    return outcome;
+    if constexpr (sizeof...(Slots) == 0) {
+        return call();
+    } else {
+        LastSystemError lastError;
+        std::tuple<Slots...> slots;
+        HRESULT outcome = S_OK;
+        const bool loaded =
+            (... && ((arguments.failed = index,
+                      outcome = std::get<index>(slots).load(arguments, index)) >= 0));
+        if (!loaded) return outcome;
+        arguments.failed = Arguments::kMost;
+        outcome = call(std::get<index>(slots).pass()...);
+        lastError.capture();
+        (std::get<index>(slots).store(arguments, index), ...);
+        return outcome;
+    }
 }
 
 }  // namespace detail

@@ -4,8 +4,22 @@
 #include "frame/last_error.h"
 #include "frame/shared_instances.h"
 #include "notifications/shared.h"
+#include "system/registry.h"
 
 namespace vela {
+
+namespace {
+
+// The text of a value; empty when it cannot be read.
+HRESULT answerRegistryText(BSTR* result, HKEY root, BSTR key, BSTR value) {
+    return answerQuietly(result, [&] {
+        std::wstring content;
+        readRegistryText(root, text(key), text(value), content);
+        return content;
+    });
+}
+
+}  // namespace
 
 HRESULT SysUtil::get_Directories(_DirUtil** result) {
     return answer(result, sharedInstance<_DirUtil>);
@@ -52,6 +66,14 @@ HRESULT SysUtil::ClearCollection(IDispatch** collection, VARIANT_BOOL* setNothin
 HRESULT SysUtil::ExisteNaCollection(IDispatch** collection, BSTR key, VARIANT_BOOL* result) {
     return answerQuietly(
         result, [&] { return collection && *collection && containsKey(*collection, text(key)); });
+}
+
+HRESULT SysUtil::RegistryLerValorLocalMachine(BSTR key, BSTR value, BSTR* result) {
+    return answerRegistryText(result, HKEY_LOCAL_MACHINE, key, value);
+}
+
+HRESULT SysUtil::RegistryLerValorLocalUser(BSTR key, BSTR value, BSTR* result) {
+    return answerRegistryText(result, HKEY_CURRENT_USER, key, value);
 }
 
 }  // namespace vela

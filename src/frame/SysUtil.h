@@ -23,6 +23,10 @@ class SysUtil final : public Object<SysUtil, Unbuilt<_SysUtil>> {
                                               VARIANT_BOOL* setNothing) override;
     HRESULT STDMETHODCALLTYPE ExisteNaCollection(IDispatch** collection, BSTR key,
                                                  VARIANT_BOOL* result) override;
+    HRESULT STDMETHODCALLTYPE RegistryLerValorLocalMachine(BSTR key, BSTR value,
+                                                           BSTR* result) override;
+    HRESULT STDMETHODCALLTYPE RegistryLerValorLocalUser(BSTR key, BSTR value,
+                                                        BSTR* result) override;
 };
 
 }  // namespace vela

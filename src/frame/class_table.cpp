@@ -19,6 +19,7 @@
 #include "serialization/KeyValue.h"
 #include "serialization/Serializer.h"
 #include "serialization/Switches.h"
+#include "system/RegistryUtil.h"
 #include "text/DatetimeUtil.h"
 #include "text/MathUtil.h"
 #include "text/TextUtil.h"
@@ -68,11 +69,11 @@ class ClassFactory final : public Counted<IClassFactory> {
 
 CreateFunction creatorOf(const CLSID& id) {
     static const Entry table[] = {
-        entry<Collection>(),   entry<DPItem>(),     entry<DatetimeUtil>(), entry<EventHistory>(),
-        entry<KVItem>(),       entry<KeyValue>(),   entry<MathUtil>(),     entry<MyUtil>(),
-        entry<Notification>(), entry<PPItem>(),     entry<Preferences>(),  entry<RPItem>(),
-        entry<RPManager>(),    entry<Serializer>(), entry<Switches>(),     entry<SysUtil>(),
-        entry<TextUtil>(),     entry<TickCount>(),  entry<UIItem>(),
+        entry<Collection>(),   entry<DPItem>(),       entry<DatetimeUtil>(), entry<EventHistory>(),
+        entry<KVItem>(),       entry<KeyValue>(),     entry<MathUtil>(),     entry<MyUtil>(),
+        entry<Notification>(), entry<PPItem>(),       entry<Preferences>(),  entry<RPItem>(),
+        entry<RPManager>(),    entry<RegistryUtil>(), entry<Serializer>(),   entry<Switches>(),
+        entry<SysUtil>(),      entry<TextUtil>(),     entry<TickCount>(),    entry<UIItem>(),
     };
     const auto found = std::find_if(std::begin(table), std::end(table),
                                     [&](const Entry& entry) { return entry.id == id; });

@@ -20,8 +20,8 @@ inline std::wstring modulePath() {
 inline constexpr const wchar_t* kOfferedClasses[] = {
     L"Collection",  L"DPItem",   L"DatetimeUtil", L"EventHistory", L"KVItem",
     L"KeyValue",    L"MathUtil", L"MyUtil",       L"Notification", L"PPItem",
-    L"Preferences", L"RPItem",   L"RPManager",    L"Serializer",   L"Switches",
-    L"SysUtil",     L"TextUtil", L"TickCount",    L"UIItem",
+    L"Preferences", L"RPItem",   L"RPManager",    L"RegistryUtil", L"Serializer",
+    L"Switches",    L"SysUtil",  L"TextUtil",     L"TickCount",    L"UIItem",
 };
 
 inline std::wstring nameOf(ITypeInfo* info, MEMBERID member = MEMBERID_NIL) {

@@ -9,6 +9,7 @@
 #include "text/text_split.h"
 #include "text/text_transforms.h"
 #include "text/upper_case.h"
+#include "text/user_locale.h"
 #include "text/wildcard.h"
 
 namespace vela {
@@ -40,15 +41,6 @@ Side sideOf(AlignmentConstant alignment) {
         case CenterJustify: return Side::Centre;
         default: return Side::Left;
     }
-}
-
-// As the user's locale writes it.
-std::wstring decimalSeparator() {
-    Variant sample;
-    sample.vt = VT_R8;
-    sample.dblVal = 1.5;
-    const std::wstring written = textOf(sample);
-    return written.substr(1, written.size() - 2);
 }
 
 // A number, or one in a text of the user's locale, written with a decimal point; empty where there

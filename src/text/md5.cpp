@@ -8,6 +8,7 @@
 #include <cstdint>
 
 #include "automation/error.h"
+#include "text/ansi_bytes.h"
 #include "text/number_bases.h"
 
 namespace vela {
@@ -51,20 +52,10 @@ std::wstring digestText(const void* data, std::size_t size) {
     return hexText(Md5().of(data, size), L"0123456789abcdef");
 }
 
-std::string ansi(std::wstring_view text) {
-    const int length = static_cast<int>(text.size());
-    const auto convert = [&](char* place, int room) {
-        return WideCharToMultiByte(CP_ACP, 0, text.data(), length, place, room, nullptr, nullptr);
-    };
-    std::string bytes(static_cast<std::size_t>(convert(nullptr, 0)), '\0');
-    convert(bytes.data(), static_cast<int>(bytes.size()));
-    return bytes;
-}
-
 }  // namespace
 
 std::wstring md5OfAnsi(std::wstring_view text) {
-    const std::string bytes = ansi(text);
+    const std::string bytes = ansiBytes(text);
     return digestText(bytes.data(), bytes.size());
 }
 

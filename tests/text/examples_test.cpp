@@ -49,7 +49,9 @@ class Example {
         if (there) rest_.remove_prefix(1);
         return there;
     }
-    void expect(wchar_t unit) { EXPECT_TRUE(take(unit)) << unit << " at " << rest_; }
+    void expect(wchar_t unit) {
+        EXPECT_TRUE(take(unit)) << std::wstring(1, unit) << " at " << std::wstring(rest_);
+    }
     std::wstring takeWhile(bool (*belongs)(wchar_t)) {
         std::size_t length = 0;
         while (length < rest_.size() && belongs(rest_[length])) ++length;
@@ -109,7 +111,7 @@ class Example {
         if (take(L'{')) return list();
         const std::wstring digits =
             takeWhile([](wchar_t unit) { return std::wcschr(L"-.0123456789", unit) != nullptr; });
-        EXPECT_FALSE(digits.empty()) << rest_;
+        EXPECT_FALSE(digits.empty()) << std::wstring(rest_);
         return digits.find(L'.') == digits.npos
                    ? Variant(std::wcstol(digits.c_str(), nullptr, 10))
                    : Variant(arg(std::wcstod(digits.c_str(), nullptr)));
@@ -144,8 +146,7 @@ std::wstring codeIn(const std::string& cell) {
 
 TEST(TextExamples, GiveWhatTheDocumentationSaysForEveryMember) {
     const ComPtr<IDispatch> util = test::create(L"VelaUtil10.TextUtil");
-    std::istringstream page(
-        test::readFile(std::filesystem::path("Z:" VELA_DOCS "/text.md").wstring()));
+    std::istringstream page(test::readFile(std::filesystem::path(VELA_DOCS "/text.md").wstring()));
     std::set<std::wstring> members;
     bool inExamples = false;
     for (std::string line; std::getline(page, line);) {

@@ -1,6 +1,7 @@
 #include "text/TextUtil.h"
 
 #include "text/alignment.h"
+#include "text/fixed_point.h"
 #include "text/telephone_number.h"
 #include "text/text_arrays.h"
 #include "text/text_filter.h"
@@ -48,6 +49,7 @@ Side sideOf(AlignmentConstant alignment) {
 Bstr withDecimalPoint(const VARIANT& value) {
     if (dereferenced(value).vt == VT_EMPTY || !numberIn(value)) return {};
     Variant number = isText(value) ? converted(value, VT_R8) : Variant(value);
+    if (number.vt == VT_CY) return Bstr(pointText(number.cyVal.int64));
     check(VariantChangeTypeEx(&number, &number, LOCALE_INVARIANT, 0, VT_BSTR));
     return Bstr::owning(number.release().bstrVal);
 }

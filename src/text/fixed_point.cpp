@@ -63,4 +63,14 @@ Currency rounded(Currency amount, std::int16_t kind) {
     return currencyOf(amount < 0 ? -result : result);
 }
 
+std::wstring pointText(Currency amount) {
+    const std::uint64_t size =
+        amount < 0 ? 0 - static_cast<std::uint64_t>(amount) : static_cast<std::uint64_t>(amount);
+    std::wstring fraction =
+        std::to_wstring(kCurrencyOne + static_cast<Currency>(size % kCurrencyOne));
+    fraction.front() = L'.';
+    fraction.erase(fraction.find_last_not_of(L"0.") + 1);
+    return (amount < 0 ? L"-" : L"") + std::to_wstring(size / kCurrencyOne) + fraction;
+}
+
 }  // namespace vela

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 
 namespace vela {
 
@@ -22,5 +23,8 @@ Currency product(Currency left, Currency right);
 // 1 to tens, 6 and above to all four decimals. 0 for kind 100. Raises DivisionByZero for a kind
 // below -2, and Overflow when the amount times 10^(kind - 2) is no amount.
 Currency rounded(Currency amount, std::int16_t kind);
+
+// All digits of the amount, with a decimal point and without zeros at its end: "-0.5", "12".
+std::wstring pointText(Currency amount);
 
 }  // namespace vela

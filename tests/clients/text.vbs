@@ -20,9 +20,9 @@ End Sub
 Sub ReplacedArrays()
     Dim nothingYet, dynamic(), given, again
     Check "into an empty variable", text.SeparaPorChar("a;b;c", ";", nothingYet), 3
-    Check "from 0 on", LBound(nothingYet) & UBound(nothingYet) & Join(nothingYet), "02a b c"
+    Check "from 0 on", LBound(nothingYet) & UBound(nothingYet) & Joined(nothingYet, " "), "02a b c"
     Check "into a dynamic array", text.ParteTexto("one two", dynamic, 3), 2
-    Check "its lines", Join(dynamic, "/"), "one/two"
+    Check "its lines", Joined(dynamic, "/"), "one/two"
     given = Array(1, 2, 3, 4)
     Check "over another", text.SeparaPorChar("x", ";", given), 1
     Check "only the new", UBound(given) & given(0), "0x"
@@ -38,7 +38,7 @@ Sub ChangedArrays()
     fixed(1) = "a"
     fixed(2) = "b"
     text.OrdenarArrayStr fixed
-    Check "sorted", Join(fixed, ""), "abc"
+    Check "sorted", Joined(fixed, ""), "abc"
     numbers = Array(20, 3)
     text.ProcuraUmDeVarios 1203, 1, numbers, which, place
     Check "numbers as texts", which & place, "12"
@@ -71,11 +71,20 @@ Sub OtherTypes()
     text.CopyStr Null, copy
     Check "Null", IsNull(copy), True
     Check "in the user's locale", text.StrPontoDecimal("1" & Point() & "50"), "1.5"
-    Check "all digits", text.StrPontoDecimal(CCur("922337203685477" & Point() & "5807")), _
-        "922337203685477.5807"
+    Check "all digits", text.StrPontoDecimal(CCur("123456789012" & Point() & "3456")), _
+        "123456789012.3456"
     Check "no number", text.StrPontoDecimal(Null) & text.StrPontoDecimal("x"), ""
     Check "of a number", text.SemAlfa(12) & text.SemAlfa(Empty), "12"
 End Sub
+
+' Not every script engine has Join.
+Function Joined(texts, separator)
+    Dim i
+    For i = LBound(texts) To UBound(texts)
+        If i > LBound(texts) Then Joined = Joined & separator
+        Joined = Joined & texts(i)
+    Next
+End Function
 
 ' The decimal separator.
 Function Point()

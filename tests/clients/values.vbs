@@ -121,9 +121,9 @@ Sub Errors()
     Expect "assigning to a method", "", ""
     value = CreateObject("VelaUtil10.SysUtil").GetNetworkIP()
     Expect "a member that is not built", &H80004001, NotBuilt
-    Set value = CreateObject("VelaUtil10.MyUtil").MyRegistry
+    Set value = CreateObject("VelaUtil10.MyUtil").MySecurity
     Expect "an accessor that is not built", &H80004001, NotBuilt
-    Set value = CreateObject("VelaUtil10.RegistryUtil")
+    Set value = CreateObject("VelaUtil10.SecurityUtil")
     Expect "a class that is not built", "", ""
     Set value = CreateObject("VelaUtil10.UPManager")
     Expect "a class that is not creatable", "", ""

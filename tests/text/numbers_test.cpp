@@ -95,6 +95,15 @@ TEST(TextNumbers, MultiplyAmountsExactly) {
     }
 }
 
+TEST(TextNumbers, WriteEveryDigitOfAnAmount) {
+    constexpr Currency kLargest = std::numeric_limits<Currency>::max();
+    EXPECT_EQ(pointText(0), L"0");
+    EXPECT_EQ(pointText(120'000), L"12");
+    EXPECT_EQ(pointText(-500), L"-0.05");
+    EXPECT_EQ(pointText(kLargest), L"922337203685477.5807");
+    EXPECT_EQ(pointText(-kLargest - 1), L"-922337203685477.5808");
+}
+
 TEST(TextNumbers, SplitNumbersAsCallersKnowIt) {
     struct {
         double value;

@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "automation/error.h"
-#include "automation/type_library.h"
 #include "frame/shared_instances.h"
 
 namespace vela {
@@ -12,12 +11,6 @@ namespace {
 
 constexpr GUID kPoolKey = {
     0x7d1c6b0e, 0x51f4, 0x4e7a, {0x8b, 0x0c, 0x2f, 0x6a, 0x94, 0xd3, 0xe8, 0x15}};
-constexpr wchar_t kWindowClass[] = L"VelaUtil10.Timers";
-
-[[noreturn]] void raiseLastError() {
-    check(HRESULT_FROM_WIN32(GetLastError()));
-    raise(RuntimeError::InvalidProcedureCall);
-}
 
 // The platform knows timers by a number other than 0.
 UINT_PTR timerOf(std::size_t index) { return index + 1; }
@@ -56,7 +49,7 @@ void TimerPool::enable(SHORT index, LONG interval) {
 
 void TimerPool::disable(SHORT index) {
     if (closed_) return;
-    KillTimer(window_, timerOf(index));
+    KillTimer(window(), timerOf(index));
     const auto last = std::exchange(slots_[index].kept, nullptr);
 }
 
@@ -71,13 +64,11 @@ void TimerPool::forget(const Ticking& pulsar) {
     if (found != slots_.end()) *found = Slot{};
 }
 
-LRESULT CALLBACK TimerPool::handle(HWND window, UINT message, WPARAM timer, LPARAM value) {
-    auto* pool = reinterpret_cast<TimerPool*>(GetWindowLongPtrW(window, GWLP_USERDATA));
-    if (!pool || message != WM_TIMER) return DefWindowProcW(window, message, timer, value);
-    const auto alive = pool->shared_from_this();
-    // A subscriber's error has nobody to go to: it ends this tick.
-    quietly([&] { pool->tick(timer - timerOf(0)); });
-    return 0;
+bool TimerPool::handle(UINT message, WPARAM timer, LPARAM) {
+    if (message != WM_TIMER) return false;
+    const auto alive = shared_from_this();
+    tick(timer - timerOf(0));  // a subscriber's error has nobody to go to: it ends this tick
+    return true;
 }
 
 void TimerPool::tick(std::size_t index) {
@@ -88,25 +79,15 @@ void TimerPool::tick(std::size_t index) {
 }
 
 HWND TimerPool::window() {
-    if (IsWindow(window_)) return window_;
-    WNDCLASSW timers{};
-    timers.lpfnWndProc = handle;
-    timers.hInstance = moduleHandle();
-    timers.lpszClassName = kWindowClass;
-    if (!RegisterClassW(&timers) && GetLastError() != ERROR_CLASS_ALREADY_EXISTS) raiseLastError();
-    window_ = CreateWindowExW(0, kWindowClass, nullptr, 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr,
-                              timers.hInstance, nullptr);
-    if (!window_) raiseLastError();
-    SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
-    return window_;
+    if (!window_ || !IsWindow(window_->get())) {
+        window_ = std::make_unique<MessageWindow>(*this, L"VelaUtil10.Timers");
+    }
+    return window_->get();
 }
 
 void TimerPool::close() {
     closed_ = true;
-    // Only its own thread can destroy a window.
-    SetWindowLongPtrW(window_, GWLP_USERDATA, 0);
-    if (!DestroyWindow(window_)) PostMessageW(window_, WM_CLOSE, 0, 0);
-    UnregisterClassW(kWindowClass, moduleHandle());
+    window_.reset();
     // Pulsars that only their timers kept alive go now.
     std::exchange(slots_, {}).clear();
 }

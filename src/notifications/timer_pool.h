@@ -1,12 +1,11 @@
 // The timers of the process's pulsars.
 #pragma once
 
-#include <windows.h>
-
 #include <memory>
 #include <vector>
 
 #include "automation/convert.h"
+#include "frame/message_window.h"
 
 namespace vela {
 
@@ -21,7 +20,7 @@ class Ticking {
 // One timer per slot, all on a message-only window of the thread that made the first pulsar, so
 // that ticks arrive in that thread's message loop. A slot knows its pulsar without keeping it
 // alive; only an enabled timer does that. Slot 0 belongs to the first pulsar for good.
-class TimerPool : public std::enable_shared_from_this<TimerPool> {
+class TimerPool : public std::enable_shared_from_this<TimerPool>, private MessageHandler {
   public:
     // The pool of the process. It ends with the shared instances: timers enabled then are disabled,
     // and none can be enabled any more.
@@ -46,14 +45,14 @@ class TimerPool : public std::enable_shared_from_this<TimerPool> {
         ComPtr<IUnknown> kept;  // `object` while the timer is enabled
     };
 
-    static LRESULT CALLBACK handle(HWND window, UINT message, WPARAM timer, LPARAM pool);
+    bool handle(UINT message, WPARAM timer, LPARAM) override;
     void tick(std::size_t index);
     // Made anew when its thread has ended.
     HWND window();
     void close();
 
     std::vector<Slot> slots_;
-    HWND window_ = nullptr;
+    std::unique_ptr<MessageWindow> window_;
     bool closed_ = false;
 };
 

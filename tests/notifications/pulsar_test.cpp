@@ -57,7 +57,7 @@ class NotificationsPulsar : public testing::Test {
     }
 };
 
-HWND timerWindow() { return FindWindowExW(HWND_MESSAGE, nullptr, L"VelaUtil10.Timers", nullptr); }
+HWND timerWindow() { return FindWindowExW(HWND_MESSAGE, nullptr, nullptr, L"VelaUtil10.Timers"); }
 
 TEST_F(NotificationsPulsar, OutlivesTheThreadsThatUseIt) {
     // The shared instances belong to one thread, the timers to another, whichever ends first.

@@ -18,7 +18,8 @@ class Counted : public Interface {
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** result) final {
         if (!result) return E_POINTER;
         *result = nullptr;
-        if (id != __uuidof(IUnknown) && id != __uuidof(Interface)) return E_NOINTERFACE;
+        const bool known = id == __uuidof(IUnknown) || id == __uuidof(Interface) || isAlso(id);
+        if (!known) return E_NOINTERFACE;
         AddRef();
         *result = static_cast<Interface*>(this);
         return S_OK;
@@ -32,6 +33,8 @@ class Counted : public Interface {
 
   protected:
     virtual ~Counted() = default;
+    // Whether `id` is another name of the interface.
+    virtual bool isAlso(REFIID) const { return false; }
 
   private:
     LONG references_ = 1;

@@ -33,10 +33,25 @@ ITypeLib* typeLibrary(HRESULT* outcome) {
     return library;
 }
 
+namespace {
+
+// The second type library of this module, loaded and kept as the first; null when that fails.
+ITypeLib* innerLibrary() {
+    static ITypeLib* library = nullptr;
+    if (!library) LoadTypeLibEx((modulePath() + L"\\2").c_str(), REGKIND_NONE, &library);
+    return library;
+}
+
+}  // namespace
+
 HRESULT typeInfoOf(const GUID& id, ITypeInfo** info) {
     HRESULT outcome = S_OK;
     ITypeLib* library = typeLibrary(&outcome);
-    return library ? library->GetTypeInfoOfGuid(id, info) : outcome;
+    if (!library) return outcome;
+    outcome = library->GetTypeInfoOfGuid(id, info);
+    if (SUCCEEDED(outcome)) return outcome;
+    ITypeLib* inner = innerLibrary();
+    return inner ? inner->GetTypeInfoOfGuid(id, info) : outcome;
 }
 
 }  // namespace vela

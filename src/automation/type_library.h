@@ -1,4 +1,5 @@
-// The type library that stands as a resource in this module.
+// The type libraries that stand as resources in this module: the public one, and that of objects
+// which callers cannot create.
 #pragma once
 
 #include <windows.h>
@@ -12,9 +13,10 @@ namespace vela {
 // The module that this code is in, and its path.
 HMODULE moduleHandle();
 std::wstring modulePath();
-// The type library, loaded on first use and kept; null with the failure in `outcome`. Borrowed.
+// The public type library, loaded on first use and kept; null with the failure in `outcome`.
+// Borrowed.
 ITypeLib* typeLibrary(HRESULT* outcome = nullptr);
-// The description of one interface or class.
+// The description of one interface or class of either.
 HRESULT typeInfoOf(const GUID& id, ITypeInfo** info);
 
 }  // namespace vela

@@ -20,6 +20,7 @@
 #include "serialization/Serializer.h"
 #include "serialization/Switches.h"
 #include "system/RegistryUtil.h"
+#include "system/cTCP.h"
 #include "text/DatetimeUtil.h"
 #include "text/MathUtil.h"
 #include "text/TextUtil.h"
@@ -74,6 +75,7 @@ CreateFunction creatorOf(const CLSID& id) {
         entry<Notification>(), entry<PPItem>(),       entry<Preferences>(),  entry<RPItem>(),
         entry<RPManager>(),    entry<RegistryUtil>(), entry<Serializer>(),   entry<Switches>(),
         entry<SysUtil>(),      entry<TextUtil>(),     entry<TickCount>(),    entry<UIItem>(),
+        entry<cTCP>(),
     };
     const auto found = std::find_if(std::begin(table), std::end(table),
                                     [&](const Entry& entry) { return entry.id == id; });

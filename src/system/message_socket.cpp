@@ -115,7 +115,7 @@ Winsock::Winsock() {
 }
 
 MessageSocket::MessageSocket(SocketEvents& events, IUnknown& owner, const SocketLimits& limits)
-    : events_(events), owner_(owner), limits_(limits), window_(*this) {}
+    : events_(events), owner_(owner), limits_(limits), window_(*this, L"VelaUtil10.Socket") {}
 
 MessageSocket::~MessageSocket() { close(); }
 

@@ -16,5 +16,6 @@ bool documents();
 bool notifications();
 bool switches();
 bool serializer();
+bool tcp();
 
 }  // namespace bench

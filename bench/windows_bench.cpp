@@ -11,8 +11,9 @@
 int main() {
     CoInitialize(nullptr);
     bool good = true;
-    for (const auto table : {bench::lateBinding, bench::collection, bench::documents,
-                             bench::notifications, bench::switches, bench::serializer}) {
+    for (const auto table :
+         {bench::lateBinding, bench::collection, bench::documents, bench::notifications,
+          bench::switches, bench::serializer, bench::tcp}) {
         good = table() && good;
     }
     CoUninitialize();

@@ -143,8 +143,8 @@ void cTCP::heard(AttachedControl::Event event, std::span<VARIANT> arguments) {
 void cTCP::accept(AttachedControl& control, std::span<VARIANT> arguments) {
     if (arguments.empty()) return;
     if (control.state() > 0) control.close();
-    control.accept(arguments[0]);
     serving_ = true;
+    if (!reporting([&](AttachedControl&) { control.accept(arguments[0]); })) listenAgain(control);
 }
 
 void cTCP::receive(AttachedControl& control) {
@@ -180,18 +180,19 @@ void cTCP::listenAgain(const AttachedControl& served) {
 // ---- events ------------------------------------------------------------------------------------
 
 template <class Body>
-void cTCP::reporting(Body&& body) {
+bool cTCP::reporting(Body&& body) {
     const HRESULT failure = guard([&] {
         const Control held = control();
         body(*held);
     });
-    if (SUCCEEDED(failure)) return;
+    if (SUCCEEDED(failure)) return true;
     EXCEPINFO error;
     fillException(failure, &error);
     const Bstr source = Bstr::owning(error.bstrSource);
     const Bstr description = Bstr::owning(error.bstrDescription);
     SysFreeString(error.bstrHelpFile);
     fireError(static_cast<SHORT>(failure & 0xFFFF), description.view(), failure, source.view());
+    return false;
 }
 
 void cTCP::fireMessage(std::wstring_view message, std::wstring_view host,

@@ -38,9 +38,9 @@ class cTCP final : public Object<cTCP, _cTCP> {
     void failed(AttachedControl& control, std::span<VARIANT> arguments);
     void listenAgain(const AttachedControl& served);
 
-    // Runs `body(control)`; what it throws becomes the event Erro.
+    // Runs `body(control)`; what it throws becomes the event Erro. True when nothing failed.
     template <class Body>
-    void reporting(Body&& body);
+    bool reporting(Body&& body);
     void fireMessage(std::wstring_view message, std::wstring_view host, std::wstring_view address);
     void fireError(SHORT number, std::wstring_view description, LONG code,
                    std::wstring_view source);

@@ -263,6 +263,7 @@ void MessageSocket::sendRest() {
     sending_ = false;
     outgoing_ = {};
     gone_ = 0;
+    ended_ = true;
     shutdown(socket_.get(), SD_SEND);
     events_.sent();
 }
@@ -276,6 +277,9 @@ void MessageSocket::peerEnded() {
     const UINT current = message_;
     receive();
     if (message_ != current) return;
+    // Not every platform tells a reset from an end in good order, after which a peer can still be
+    // sent to.
+    if (!ended_ && ::send(socket_.get(), "", 0, 0) == SOCKET_ERROR) return fail(WSAECONNRESET);
     state_ = SocketState::PeerClosing;
     deliver();
     if (message_ == current) events_.peerClosed();
@@ -339,6 +343,7 @@ void MessageSocket::reset(SocketState state) {
     gone_ = 0;
     sending_ = false;
     due_ = false;
+    ended_ = false;
 }
 
 void MessageSocket::nextMessage() { message_ = WM_APP + 1 + (message_ - WM_APP) % 0x3000; }

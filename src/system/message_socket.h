@@ -161,7 +161,8 @@ class MessageSocket final : private MessageHandler {
     std::string outgoing_;
     std::size_t gone_ = 0;  // how much of outgoing_ was sent
     bool sending_ = false;
-    bool due_ = false;  // sendRest() is going to be called
+    bool due_ = false;    // sendRest() is going to be called
+    bool ended_ = false;  // this side of the connection
 };
 
 }  // namespace vela

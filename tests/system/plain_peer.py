@@ -14,19 +14,26 @@ import time
 PATIENCE = 30  # seconds
 
 
-def send(port, text, keep_open):
-    """Sends one message, and waits until the receiver has closed the connection."""
+def connect(port):
+    """A connection to the receiver, as soon as it listens."""
     end = time.monotonic() + PATIENCE
     while True:
+        peer = socket.socket()
+        peer.settimeout(PATIENCE)
         try:
-            peer = socket.create_connection(("127.0.0.1", port), timeout=PATIENCE)
-            break
-        except ConnectionRefusedError:  # it has not come back to listening yet
+            peer.connect(("127.0.0.1", port))
+            return peer
+        except ConnectionRefusedError:
+            peer.close()
             if time.monotonic() > end:
                 raise
             time.sleep(0.02)
-    with peer:
-        peer.sendall(text.encode("cp1252"))
+
+
+def send(port, text, keep_open):
+    """Sends one message, and waits until the receiver has closed the connection."""
+    with connect(port) as peer:
+        peer.sendall(text.encode())
         if not keep_open:
             peer.shutdown(socket.SHUT_WR)
         while peer.recv(100):

@@ -131,6 +131,11 @@ TEST_F(SystemTcpControl, ReportsItsErrorsAndListensOn) {
     EXPECT_EQ(endpoint.tcp->EnviarMsg(nullptr, &port, nullptr, nullptr, &result), S_OK);
     EXPECT_TRUE(isTrue(result));
     EXPECT_EQ(control->log(), "Close LocalPort=5 ");  // and does not connect somewhere else
+    control->failing = "Accept";
+    endpoint.log();
+    control->raise(L"ConnectionRequest", {arg(3L)});
+    EXPECT_EQ(endpoint.log(), L"Erro:10048:no:-2146818240:fake ");
+    EXPECT_EQ(control->log(), "Accept:3 Close Listen ");
     control->failing = "GetData";
     endpoint.log();
     control->raise(L"DataArrival", {arg(1L)});

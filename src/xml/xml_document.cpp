@@ -142,6 +142,12 @@ std::wstring XmlDocument::xml() const {
     return text.str();
 }
 
+std::wstring XmlDocument::transformed(const XmlDocument& styleSheet) const {
+    Bstr result;
+    check(document_->transformNode(styleSheet.document_.Get(), result.put()));
+    return result.str();
+}
+
 XmlNode XmlDocument::select(const std::wstring& path) const {
     XmlNode node;
     check(document_->selectSingleNode(Bstr(path).get(), &node));

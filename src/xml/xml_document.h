@@ -40,6 +40,9 @@ class XmlDocument {
     // Null when the document is empty.
     XmlElement root() const;
 
+    // What an XSLT style sheet makes of this document. Throws Error when it is none, or fails.
+    std::wstring transformed(const XmlDocument& styleSheet) const;
+
     // The first node that an XPath expression selects; null when there is none. Throws Error when
     // the expression is invalid.
     XmlNode select(const std::wstring& path) const;

@@ -1,0 +1,69 @@
+#include "system/services.h"
+
+#include "system/machine.h"
+#include "system/network.h"
+
+namespace vela {
+
+namespace {
+
+class ServiceHandle {
+  public:
+    explicit ServiceHandle(SC_HANDLE handle) : handle_(handle) {}
+    ~ServiceHandle() {
+        if (handle_) CloseServiceHandle(handle_);
+    }
+    ServiceHandle(const ServiceHandle&) = delete;
+    ServiceHandle& operator=(const ServiceHandle&) = delete;
+    SC_HANDLE get() const { return handle_; }
+
+  private:
+    SC_HANDLE handle_;
+};
+
+bool isThisComputer(const std::wstring& name) {
+    return name.empty() || name == L"." || lstrcmpiW(name.c_str(), computerName().c_str()) == 0;
+}
+
+SC_HANDLE openManager(std::wstring computer) {
+    if (computer.starts_with(L"\\\\")) computer.erase(0, 2);
+    if (isThisComputer(computer)) return OpenSCManagerW(nullptr, nullptr, SC_MANAGER_CONNECT);
+    // The manager itself waits for minutes where nobody answers.
+    if (!isReachable(computer)) return nullptr;
+    return OpenSCManagerW(computer.c_str(), nullptr, SC_MANAGER_CONNECT);
+}
+
+// What `use` gives for the open service; `use` is not called when it cannot be opened.
+template <class Use>
+auto withService(const std::wstring& service, const std::wstring& computer, DWORD access, Use use)
+    -> decltype(use(SC_HANDLE{})) {
+    const ServiceHandle manager(openManager(computer));
+    if (!manager.get()) return {};
+    const ServiceHandle open(OpenServiceW(manager.get(), service.c_str(), access));
+    return open.get() ? use(open.get()) : decltype(use(SC_HANDLE{})){};
+}
+
+}  // namespace
+
+DWORD serviceState(const std::wstring& service, const std::wstring& computer) {
+    return withService(service, computer, SERVICE_QUERY_STATUS, [](SC_HANDLE open) {
+        SERVICE_STATUS status{};
+        return QueryServiceStatus(open, &status) ? status.dwCurrentState : DWORD{0};
+    });
+}
+
+bool startService(const std::wstring& service, const std::wstring& computer) {
+    return withService(service, computer, SERVICE_START, [](SC_HANDLE open) {
+        return StartServiceW(open, 0, nullptr) || GetLastError() == ERROR_SERVICE_ALREADY_RUNNING;
+    });
+}
+
+bool stopService(const std::wstring& service, const std::wstring& computer) {
+    return withService(service, computer, SERVICE_STOP, [](SC_HANDLE open) {
+        SERVICE_STATUS status{};
+        return ControlService(open, SERVICE_CONTROL_STOP, &status) ||
+               GetLastError() == ERROR_SERVICE_NOT_ACTIVE;
+    });
+}
+
+}  // namespace vela

@@ -16,13 +16,18 @@
 #include "preferences/RPItem.h"
 #include "preferences/RPManager.h"
 #include "preferences/UIItem.h"
+#include "security/Security.h"
 #include "serialization/KeyValue.h"
 #include "serialization/Serializer.h"
 #include "serialization/Switches.h"
+#include "system/GeoUtil.h"
+#include "system/PlayUtil.h"
 #include "system/RegistryUtil.h"
 #include "system/cTCP.h"
+#include "text/BubbleSort.h"
 #include "text/DatetimeUtil.h"
 #include "text/MathUtil.h"
+#include "text/Quadrado.h"
 #include "text/TextUtil.h"
 #include "text/TickCount.h"
 
@@ -70,12 +75,13 @@ class ClassFactory final : public Counted<IClassFactory> {
 
 CreateFunction creatorOf(const CLSID& id) {
     static const Entry table[] = {
-        entry<Collection>(),   entry<DPItem>(),       entry<DatetimeUtil>(), entry<EventHistory>(),
-        entry<KVItem>(),       entry<KeyValue>(),     entry<MathUtil>(),     entry<MyUtil>(),
-        entry<Notification>(), entry<PPItem>(),       entry<Preferences>(),  entry<RPItem>(),
-        entry<RPManager>(),    entry<RegistryUtil>(), entry<Serializer>(),   entry<Switches>(),
-        entry<SysUtil>(),      entry<TextUtil>(),     entry<TickCount>(),    entry<UIItem>(),
-        entry<cTCP>(),
+        entry<BubbleSort>(),   entry<Collection>(),   entry<DPItem>(),       entry<DatetimeUtil>(),
+        entry<EventHistory>(), entry<GeoUtil>(),      entry<KVItem>(),       entry<KeyValue>(),
+        entry<MathUtil>(),     entry<MyUtil>(),       entry<Notification>(), entry<PPItem>(),
+        entry<PlayUtil>(),     entry<Preferences>(),  entry<Quadrado>(),     entry<RPItem>(),
+        entry<RPManager>(),    entry<RegistryUtil>(), entry<Security>(),     entry<Serializer>(),
+        entry<Switches>(),     entry<SysUtil>(),      entry<TextUtil>(),     entry<TickCount>(),
+        entry<UIItem>(),       entry<cTCP>(),
     };
     const auto found = std::find_if(std::begin(table), std::end(table),
                                     [&](const Entry& entry) { return entry.id == id; });

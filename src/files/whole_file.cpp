@@ -4,6 +4,8 @@
 #include <cstring>
 #include <utility>
 
+#include "files/full_path.h"
+
 namespace vela {
 
 namespace {
@@ -39,15 +41,10 @@ DWORD writeAll(HANDLE file, const void* content, std::size_t size) {
         from += written;
         size -= written;
     }
-    return FlushFileBuffers(file) ? ERROR_SUCCESS : GetLastError();
+    return ERROR_SUCCESS;
 }
 
-std::wstring fullPath(const std::wstring& path) {
-    std::wstring full(GetFullPathNameW(path.c_str(), 0, nullptr, nullptr), L'\0');
-    full.resize(
-        GetFullPathNameW(path.c_str(), static_cast<DWORD>(full.size()), full.data(), nullptr));
-    return full;
-}
+DWORD flushed(HANDLE file) { return FlushFileBuffers(file) ? ERROR_SUCCESS : GetLastError(); }
 
 // Gives the open file another name, in the place of a file that has it. That file may be open for a
 // moment, in the hands of a reader.
@@ -85,65 +82,60 @@ void deleteOnClose(HANDLE file) {
 
 }  // namespace
 
-DWORD readWholeFile(const std::wstring& path, Bytes& content) {
-    content.clear();
-    const Handle file(CreateFileW(path.c_str(), GENERIC_READ, kShareAll, nullptr, OPEN_EXISTING,
-                                  FILE_ATTRIBUTE_NORMAL, nullptr));
-    if (!file) return GetLastError();
-    LARGE_INTEGER size;
-    if (!GetFileSizeEx(file.get(), &size)) return GetLastError();
-    if (size.QuadPart > 0x7FFFFFFF) return ERROR_FILE_TOO_LARGE;
-    content.resize(static_cast<std::size_t>(size.QuadPart));
+FileReading::FileReading(const std::wstring& path) {
+    if (isDevice(path)) {
+        error_ = ERROR_INVALID_NAME;
+        return;
+    }
+    file_ = CreateFileW(path.c_str(), GENERIC_READ, kShareAll, nullptr, OPEN_EXISTING,
+                        FILE_FLAG_SEQUENTIAL_SCAN, nullptr);
+    LARGE_INTEGER size{};
+    if (file_ == INVALID_HANDLE_VALUE || !GetFileSizeEx(file_, &size)) error_ = GetLastError();
+    else if (size.QuadPart > 0x7FFFFFFF) error_ = ERROR_FILE_TOO_LARGE;
+    else size_ = static_cast<std::size_t>(size.QuadPart);
+}
+
+FileReading::~FileReading() {
+    if (file_ != INVALID_HANDLE_VALUE) CloseHandle(file_);
+}
+
+std::size_t FileReading::read(void* into, std::size_t size) {
+    auto* to = static_cast<char*>(into);
     std::size_t done = 0;
-    while (done < content.size()) {
+    while (error_ == ERROR_SUCCESS && done < size) {
         DWORD read = 0;
-        const DWORD part =
-            static_cast<DWORD>((std::min<std::size_t>)(content.size() - done, kOneCall));
-        if (!ReadFile(file.get(), content.data() + done, part, &read, nullptr)) {
-            content.clear();
-            return GetLastError();
-        }
+        const DWORD part = static_cast<DWORD>((std::min<std::size_t>)(size - done, kOneCall));
+        if (!ReadFile(file_, to + done, part, &read, nullptr)) error_ = GetLastError();
         if (read == 0) break;
         done += read;
     }
-    content.resize(done);
-    return ERROR_SUCCESS;
+    return done;
+}
+
+DWORD readWholeFile(const std::wstring& path, Bytes& content) {
+    content.clear();
+    FileReading file(path);
+    content.resize(file.size());
+    content.resize(file.read(content.data(), content.size()));
+    if (file.error() != ERROR_SUCCESS) content.clear();
+    return file.error();
 }
 
 DWORD writeNewFile(const std::wstring& path, const void* content, std::size_t size) {
+    if (isDevice(path)) return ERROR_INVALID_NAME;
     const Handle file(CreateFileW(path.c_str(), GENERIC_WRITE | DELETE, 0, nullptr, CREATE_NEW,
                                   FILE_ATTRIBUTE_NORMAL, nullptr));
     if (!file) return GetLastError();
-    const DWORD error = writeAll(file.get(), content, size);
+    DWORD error = writeAll(file.get(), content, size);
+    if (error == ERROR_SUCCESS) error = flushed(file.get());
     if (error != ERROR_SUCCESS) deleteOnClose(file.get());
     return error;
 }
 
 FileReplacement::FileReplacement(const std::wstring& path) : path_(path) {
-    const std::wstring name = path + L".tmp";
-    const ULONGLONG start = GetTickCount64();
-    for (;;) {
-        // Nobody else may write to the sibling: that makes it the lock, too. Once it has the file's
-        // name, others may read it.
-        sibling_ = CreateFileW(name.c_str(), GENERIC_WRITE | DELETE, FILE_SHARE_READ, nullptr,
-                               OPEN_ALWAYS, FILE_ATTRIBUTE_HIDDEN, nullptr);
-        if (sibling_ != INVALID_HANDLE_VALUE) {
-            error_ = ERROR_SUCCESS;
-            return;
-        }
-        error_ = GetLastError();
-        // A sibling that is being deleted denies access, and so does a folder that may not be
-        // written in: there is little sense in waiting long for that one.
-        const bool held = error_ == ERROR_SHARING_VIOLATION || error_ == ERROR_DELETE_PENDING;
-        const bool denied = error_ == ERROR_ACCESS_DENIED;
-        // Asked once: the sibling may be gone the next moment.
-        const DWORD attributes = GetFileAttributesW(name.c_str());
-        const bool folder =
-            attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY);
-        const ULONGLONG patience = held ? kPatience : denied ? kShortPatience : 0;
-        if (folder || GetTickCount64() - start >= patience) return;
-        Sleep(kPause);
-    }
+    error_ = path.empty() || isDevice(path) ? DWORD{ERROR_INVALID_NAME} : open();
+    // A process killed earlier may have left content.
+    if (error_ == ERROR_SUCCESS && !SetEndOfFile(sibling_)) error_ = GetLastError();
 }
 
 FileReplacement::~FileReplacement() {
@@ -152,7 +144,36 @@ FileReplacement::~FileReplacement() {
     CloseHandle(sibling_);
 }
 
-DWORD FileReplacement::commit(const void* content, std::size_t size, DWORD attributes) {
+DWORD FileReplacement::open() {
+    const std::wstring name = path_ + L".tmp";
+    const ULONGLONG start = GetTickCount64();
+    for (;;) {
+        // Nobody else may write to the sibling: that makes it the lock, too. Once it has the file's
+        // name, others may read it.
+        sibling_ = CreateFileW(name.c_str(), GENERIC_WRITE | DELETE, FILE_SHARE_READ, nullptr,
+                               OPEN_ALWAYS, FILE_ATTRIBUTE_HIDDEN, nullptr);
+        if (sibling_ != INVALID_HANDLE_VALUE) return ERROR_SUCCESS;
+        const DWORD error = GetLastError();
+        // A sibling that is being deleted denies access, and so does a folder that may not be
+        // written in: there is little sense in waiting long for that one.
+        const bool held = error == ERROR_SHARING_VIOLATION || error == ERROR_DELETE_PENDING;
+        const bool denied = error == ERROR_ACCESS_DENIED;
+        // Asked once: the sibling may be gone the next moment.
+        const DWORD attributes = GetFileAttributesW(name.c_str());
+        const bool folder =
+            attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY);
+        const ULONGLONG patience = held ? kPatience : denied ? kShortPatience : 0;
+        if (folder || GetTickCount64() - start >= patience) return error;
+        Sleep(kPause);
+    }
+}
+
+DWORD FileReplacement::append(const void* content, std::size_t size) {
+    if (error_ == ERROR_SUCCESS) error_ = writeAll(sibling_, content, size);
+    return error_;
+}
+
+DWORD FileReplacement::commit(DWORD attributes) {
     if (error_ != ERROR_SUCCESS) return error_;
     const DWORD old = GetFileAttributesW(path_.c_str());
     if (old != INVALID_FILE_ATTRIBUTES) {
@@ -161,16 +182,16 @@ DWORD FileReplacement::commit(const void* content, std::size_t size, DWORD attri
         }
         attributes = old;
     }
-    // A process killed earlier may have left longer content.
-    SetFilePointer(sibling_, 0, nullptr, FILE_BEGIN);
-    if (!SetEndOfFile(sibling_)) return error_ = GetLastError();
-    error_ = writeAll(sibling_, content, size);
-    if (error_ != ERROR_SUCCESS) return error_;
     setAttributes(sibling_, attributes);
     error_ = renameOver(sibling_, path_);
     // Others wait for the sibling no longer; while it is open they could not replace the file.
     if (error_ == ERROR_SUCCESS) CloseHandle(std::exchange(sibling_, INVALID_HANDLE_VALUE));
     return error_;
+}
+
+DWORD FileReplacement::commit(const void* content, std::size_t size, DWORD attributes) {
+    if (append(content, size) == ERROR_SUCCESS) error_ = flushed(sibling_);
+    return commit(attributes);
 }
 
 }  // namespace vela

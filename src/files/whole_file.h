@@ -11,8 +11,29 @@ namespace vela {
 
 using Bytes = std::vector<std::byte>;
 
-// ERROR_SUCCESS, or why the file could not be read; `content` is complete or empty. Files of 2 GB
-// and more are refused with ERROR_FILE_TOO_LARGE.
+// Reads one file in parts, up to the size that it has when it is opened. Files of 2 GB and more are
+// refused with ERROR_FILE_TOO_LARGE, devices with ERROR_INVALID_NAME.
+class FileReading {
+  public:
+    explicit FileReading(const std::wstring& path);
+    ~FileReading();
+    FileReading(const FileReading&) = delete;
+    FileReading& operator=(const FileReading&) = delete;
+
+    // ERROR_SUCCESS, or why the file cannot be read (on).
+    DWORD error() const { return error_; }
+    // In bytes. Others may make the file shorter while it is read.
+    std::size_t size() const { return size_; }
+    // How many bytes of the next `size` were read; fewer at the end and after an error.
+    std::size_t read(void* into, std::size_t size);
+
+  private:
+    HANDLE file_ = INVALID_HANDLE_VALUE;
+    std::size_t size_ = 0;
+    DWORD error_ = ERROR_SUCCESS;
+};
+
+// ERROR_SUCCESS, or why the file could not be read; `content` is complete or empty.
 DWORD readWholeFile(const std::wstring& path, Bytes& content);
 
 // Makes a new file; ERROR_FILE_EXISTS when there is one. None is left behind by another failure.
@@ -20,9 +41,10 @@ DWORD writeNewFile(const std::wstring& path, const void* content, std::size_t si
 
 // Replaces one file. From its construction to its commit or end, others who replace the same file
 // in this way wait: what is read meanwhile is still true when it is replaced. The new content goes
-// into a sibling file (".tmp" appended to the name), is flushed to the disk, and takes the place of
-// the old one in a single step; a process killed at any point leaves the old content or the new.
-// The new file has the access rights that its folder gives to new files.
+// into a sibling file (".tmp" appended to the name) and takes the place of the old one in a single
+// step; a process killed at any point leaves the old content or the new. Content that is flushed to
+// the disk before that step holds against a power failure, too. The new file has the access rights
+// that its folder gives to new files.
 class FileReplacement {
   public:
     // Waits for others up to five seconds.
@@ -33,11 +55,17 @@ class FileReplacement {
 
     // ERROR_SUCCESS, or why the file cannot be replaced.
     DWORD error() const { return error_; }
+    // Adds to the new content.
+    DWORD append(const void* content, std::size_t size);
     // Replaces the file, at most once. The attributes of the old one are kept; where there is none
     // the new one gets `attributes`. A read-only file is not replaced.
+    DWORD commit(DWORD attributes);
+    // Replaces the file by `content`, flushed to the disk.
     DWORD commit(const void* content, std::size_t size, DWORD attributes);
 
   private:
+    DWORD open();
+
     std::wstring path_;
     HANDLE sibling_ = INVALID_HANDLE_VALUE;
     DWORD error_ = ERROR_SUCCESS;

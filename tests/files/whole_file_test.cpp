@@ -4,7 +4,6 @@
 #include <thread>
 
 #include "files/delete_file.h"
-#include "files/path_parts.h"
 #include "support/support.h"
 
 namespace vela::test {
@@ -90,16 +89,14 @@ TEST_F(FilesWholeFile, DeletesOneFileHiddenOnesToo) {
     EXPECT_EQ(readFile(folder_.path(L"b.txt")), "x");
 }
 
-TEST(FilesPathParts, TheFolderEndsAtTheLastSeparator) {
-    struct {
-        const wchar_t *path, *folder;
-    } const table[] = {{L"C:\\Data\\ana.up1.xml", L"C:\\Data\\"},
-                       {L"ana.up1.xml", L""},
-                       {L"C:ana.xml", L"C:"},
-                       {L"a/b\\c/d", L"a/b\\c/"},
-                       {L"\\\\host\\share\\", L"\\\\host\\share\\"},
-                       {L"", L""}};
-    for (const auto& row : table) EXPECT_EQ(folderOf(row.path), row.folder);
+TEST_F(FilesWholeFile, DevicesAndTheEmptyPathAreNoFiles) {
+    for (const wchar_t* path : {L"NUL", L"con", L"C:\\COM1", L"\\\\.\\pipe\\vela", L""}) {
+        Bytes content(3);
+        EXPECT_NE(readWholeFile(path, content), DWORD{ERROR_SUCCESS});
+        EXPECT_NE(writeNewFile(path, "x", 1), DWORD{ERROR_SUCCESS});
+        EXPECT_NE(replace(path, "x"), DWORD{ERROR_SUCCESS});
+    }
+    EXPECT_EQ(GetFileAttributesW(L".tmp"), INVALID_FILE_ATTRIBUTES);
 }
 
 }  // namespace

@@ -33,6 +33,11 @@ inline std::wstring_view text(BSTR string) {
     return string ? std::wstring_view(string, SysStringLen(string)) : std::wstring_view();
 }
 
+// An optional text by reference; empty where the caller gave no place for it.
+inline std::wstring_view optionalText(const BSTR* string) {
+    return text(string ? *string : nullptr);
+}
+
 // A new automation string; throws std::bad_alloc.
 inline BSTR allocate(std::wstring_view value) {
     if (value.size() > (std::numeric_limits<UINT>::max)() / 2) throw std::bad_alloc();

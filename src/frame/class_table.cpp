@@ -3,6 +3,8 @@
 #include <algorithm>
 
 #include "automation/counted.h"
+#include "files/DirUtil.h"
+#include "files/FileUtil.h"
 #include "frame/Collection.h"
 #include "frame/MyUtil.h"
 #include "frame/SysUtil.h"
@@ -75,13 +77,13 @@ class ClassFactory final : public Counted<IClassFactory> {
 
 CreateFunction creatorOf(const CLSID& id) {
     static const Entry table[] = {
-        entry<BubbleSort>(),   entry<Collection>(),   entry<DPItem>(),       entry<DatetimeUtil>(),
-        entry<EventHistory>(), entry<GeoUtil>(),      entry<KVItem>(),       entry<KeyValue>(),
-        entry<MathUtil>(),     entry<MyUtil>(),       entry<Notification>(), entry<PPItem>(),
-        entry<PlayUtil>(),     entry<Preferences>(),  entry<Quadrado>(),     entry<RPItem>(),
-        entry<RPManager>(),    entry<RegistryUtil>(), entry<Security>(),     entry<Serializer>(),
-        entry<Switches>(),     entry<SysUtil>(),      entry<TextUtil>(),     entry<TickCount>(),
-        entry<UIItem>(),       entry<cTCP>(),
+        entry<BubbleSort>(),   entry<Collection>(),   entry<DPItem>(),    entry<DatetimeUtil>(),
+        entry<DirUtil>(),      entry<EventHistory>(), entry<FileUtil>(),  entry<GeoUtil>(),
+        entry<KVItem>(),       entry<KeyValue>(),     entry<MathUtil>(),  entry<MyUtil>(),
+        entry<Notification>(), entry<PPItem>(),       entry<PlayUtil>(),  entry<Preferences>(),
+        entry<Quadrado>(),     entry<RPItem>(),       entry<RPManager>(), entry<RegistryUtil>(),
+        entry<Security>(),     entry<Serializer>(),   entry<Switches>(),  entry<SysUtil>(),
+        entry<TextUtil>(),     entry<TickCount>(),    entry<UIItem>(),    entry<cTCP>(),
     };
     const auto found = std::find_if(std::begin(table), std::end(table),
                                     [&](const Entry& entry) { return entry.id == id; });

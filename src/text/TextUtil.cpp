@@ -17,9 +17,6 @@ namespace vela {
 
 namespace {
 
-// A text by reference; empty where the caller gave no place for it.
-std::wstring_view textAt(const BSTR* value) { return text(value ? *value : nullptr); }
-
 SAFEARRAY* arrayAt(SAFEARRAY** array) { return array ? *array : nullptr; }
 
 // Stores where a caller asked for it.
@@ -128,17 +125,18 @@ HRESULT TextUtil::MudaCharComMascara(BSTR* where, BSTR pattern, BSTR replacement
 HRESULT TextUtil::ParteTexto(BSTR* value, SAFEARRAY** lines, SHORT width, SHORT* result) {
     return answer(result, [&] {
         if (width < 1) raise(RuntimeError::InvalidProcedureCall);
-        return answerTexts(lines, wrapped(textAt(value), static_cast<std::size_t>(width)));
+        return answerTexts(lines, wrapped(optionalText(value), static_cast<std::size_t>(width)));
     });
 }
 
 HRESULT TextUtil::SeparaPorChar(BSTR* value, BSTR* separator, SAFEARRAY** parts, SHORT* result) {
-    return answer(result,
-                  [&] { return answerTexts(parts, splitAt(textAt(value), textAt(separator))); });
+    return answer(result, [&] {
+        return answerTexts(parts, splitAt(optionalText(value), optionalText(separator)));
+    });
 }
 
 HRESULT TextUtil::StrCharValidos(BSTR* value, BSTR allowed, BSTR* result) {
-    return answer(result, [&] { return onlyCharacters(textAt(value), text(allowed)); });
+    return answer(result, [&] { return onlyCharacters(optionalText(value), text(allowed)); });
 }
 
 HRESULT TextUtil::CopyStr(VARIANT* from, VARIANT* to) {
@@ -181,7 +179,7 @@ HRESULT TextUtil::TelefoneSeparaIndicativoNumero(BSTR telephone, SHORT* code, LO
 HRESULT TextUtil::StrAlinhar(BSTR value, SHORT width, AlignmentConstant* alignment, BSTR* filler,
                              BSTR* result) {
     return answer(result, [&] {
-        const std::wstring_view filling = textAt(filler);
+        const std::wstring_view filling = optionalText(filler);
         return aligned(text(value), static_cast<std::size_t>(std::max<SHORT>(width, 0)),
                        sideOf(alignment ? *alignment : LeftJustify),
                        filling.empty() ? L' ' : filling.front());
@@ -235,11 +233,11 @@ HRESULT TextUtil::Descompactar(BSTR value, BSTR* result) {
 }
 
 HRESULT TextUtil::Encriptar(BSTR value, BSTR* key, BSTR* result) {
-    return answer(result, [&] { return encryptedText(text(value), textAt(key)); });
+    return answer(result, [&] { return encryptedText(text(value), optionalText(key)); });
 }
 
 HRESULT TextUtil::Desencriptar(BSTR value, BSTR* key, BSTR* result) {
-    return answer(result, [&] { return decryptedText(text(value), textAt(key)); });
+    return answer(result, [&] { return decryptedText(text(value), optionalText(key)); });
 }
 
 HRESULT TextUtil::CodificarStr64(BSTR value, BSTR* result) {

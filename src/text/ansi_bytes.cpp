@@ -42,17 +42,25 @@ const CodePage& codePage() {
 
 std::string ansiBytes(std::wstring_view text) {
     std::string bytes(text.size(), '\0');
-    std::transform(text.begin(), text.end(), bytes.begin(),
-                   [&page = codePage()](wchar_t unit) { return page.bytes[unit]; });
+    ansiBytes(text, bytes.data());
     return bytes;
+}
+
+void ansiBytes(std::wstring_view text, char* bytes) {
+    std::transform(text.begin(), text.end(), bytes,
+                   [&page = codePage()](wchar_t unit) { return page.bytes[unit]; });
 }
 
 std::wstring ansiText(std::string_view bytes) {
     std::wstring text(bytes.size(), L'\0');
-    std::transform(bytes.begin(), bytes.end(), text.begin(), [&page = codePage()](char byte) {
+    ansiText(bytes, text.data());
+    return text;
+}
+
+void ansiText(std::string_view bytes, wchar_t* units) {
+    std::transform(bytes.begin(), bytes.end(), units, [&page = codePage()](char byte) {
         return page.units[static_cast<unsigned char>(byte)];
     });
-    return text;
 }
 
 }  // namespace vela

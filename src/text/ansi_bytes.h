@@ -12,8 +12,12 @@ namespace vela {
 
 // What the code page lacks becomes its default character. Throws std::bad_alloc.
 std::string ansiBytes(std::wstring_view text);
+// The same, into a place for as many bytes as there are units.
+void ansiBytes(std::wstring_view text, char* bytes);
 
 // Throws std::bad_alloc.
 std::wstring ansiText(std::string_view bytes);
+// The same, into a place for as many units as there are bytes.
+void ansiText(std::string_view bytes, wchar_t* units);
 
 }  // namespace vela

@@ -1,0 +1,31 @@
+#include "files/DirUtil.h"
+
+#include <shlobj.h>
+
+#include "files/special_folders.h"
+
+namespace vela {
+
+HRESULT DirUtil::get_SystemDirectory(BSTR* result) {
+    return answer(result, [] { return specialFolder(CSIDL_SYSTEM); });
+}
+
+HRESULT DirUtil::get_UserDirectory(BSTR* result) {
+    return answer(result, [] { return specialFolder(CSIDL_PROFILE); });
+}
+
+HRESULT DirUtil::get_AllUserAppDataDirectory(BSTR* result) {
+    return answer(result, [] { return specialFolder(CSIDL_COMMON_APPDATA); });
+}
+
+HRESULT DirUtil::get_ProgramFilesCommonDirectory(BSTR* result) {
+    return answer(result, [] { return specialFolder(CSIDL_PROGRAM_FILES_COMMON); });
+}
+
+HRESULT DirUtil::get_ProgramFilesDirectory(BSTR* result) {
+    return answer(result, [] { return specialFolder(CSIDL_PROGRAM_FILES); });
+}
+
+HRESULT DirUtil::get_TempDirectory(BSTR* result) { return answer(result, temporaryFolder); }
+
+}  // namespace vela

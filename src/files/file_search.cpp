@@ -1,0 +1,56 @@
+#include "files/file_search.h"
+
+#include <windows.h>
+
+#include "files/full_path.h"
+
+namespace vela {
+
+namespace {
+
+class Search {
+  public:
+    explicit Search(const std::wstring& mask) {
+        if (isDevice(mask)) return;
+        search_ = FindFirstFileExW(mask.c_str(), FindExInfoBasic, &found_, FindExSearchNameMatch,
+                                   nullptr, FIND_FIRST_EX_LARGE_FETCH);
+    }
+    ~Search() {
+        if (search_ != INVALID_HANDLE_VALUE) FindClose(search_);
+    }
+    Search(const Search&) = delete;
+    Search& operator=(const Search&) = delete;
+
+    // The name of the next file; null at the end.
+    const wchar_t* next() {
+        while (search_ != INVALID_HANDLE_VALUE) {
+            if (started_ && !FindNextFileW(search_, &found_)) break;
+            started_ = true;
+            if (!(found_.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY)) return found_.cFileName;
+        }
+        return nullptr;
+    }
+
+  private:
+    HANDLE search_ = INVALID_HANDLE_VALUE;
+    bool started_ = false;
+    WIN32_FIND_DATAW found_;
+};
+
+}  // namespace
+
+std::size_t countFiles(const std::wstring& mask) {
+    Search search(mask);
+    std::size_t count = 0;
+    while (search.next()) ++count;
+    return count;
+}
+
+std::vector<std::wstring> namesOfFiles(const std::wstring& mask) {
+    Search search(mask);
+    std::vector<std::wstring> names;
+    while (const wchar_t* name = search.next()) names.emplace_back(name);
+    return names;
+}
+
+}  // namespace vela

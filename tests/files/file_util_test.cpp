@@ -1,0 +1,395 @@
+// FileUtil as scripts and compiled programs use it.
+#include "files/FileUtil.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+
+#include "automation/late_bound.h"
+#include "files/file_dialog.h"
+#include "frame/Collection.h"
+
+namespace vela::test {
+namespace {
+
+// What names no file that could be read, written or found.
+std::vector<std::wstring> nowhere(const TemporaryFolder& folder) {
+    return {L"",
+            L"NUL",
+            L"C:\\CON",
+            L"COM1:",
+            L"\\\\.\\pipe\\vela",
+            L"?:\\x",
+            folder.path(L"none\\x"),
+            folder.path(L"wild*.txt"),
+            folder.path(L""),
+            folder.path(std::wstring(300, L'x')),
+            L"Q:\\x.txt",
+            std::wstring(L"a\0b", 3)};
+}
+
+class FilesFileUtil : public NoObjectsLeft {
+  protected:
+    void TearDown() override {
+        util_.Reset();
+        ComPtr<IErrorInfo> left;
+        EXPECT_EQ(GetErrorInfo(0, &left), S_FALSE);
+        NoObjectsLeft::TearDown();
+    }
+    Called invoked(const wchar_t* name, const std::vector<Variant>& arguments = {}) {
+        return callWith(util_.Get(), name, arguments);
+    }
+    // The result as text, "nothing" for no object, "error" for one raised.
+    std::wstring called(const wchar_t* name, const std::vector<std::wstring>& texts = {}) {
+        std::vector<Variant> arguments;
+        for (const std::wstring& text : texts) arguments.emplace_back(std::wstring_view(text));
+        const Called called = invoked(name, arguments);
+        if (called.outcome != S_OK) return L"error";
+        if (!holdsObject(called.result)) return textOf(called.result);
+        return called.result.pdispVal ? L"object" : L"nothing";
+    }
+    static std::wstring property(const Variant& object, const wchar_t* name) {
+        return objectIn(object) ? textOf(getProperty(objectIn(object), name)) : L"nothing";
+    }
+    static std::wstring bytes() {
+        std::wstring text(256, L'\0');
+        for (int i = 0; i < 256; ++i) {
+            const char byte = static_cast<char>(i);
+            MultiByteToWideChar(CP_ACP, 0, &byte, 1, &text[static_cast<std::size_t>(i)], 1);
+        }
+        return text;
+    }
+
+    const TemporaryFolder folder_;
+    const std::wstring file_ = folder_.path(L"ação.txt");
+    ComPtr<_FileUtil> util_ = make<FileUtil>();
+};
+
+TEST_F(FilesFileUtil, WritesAndReadsBytes) {
+    std::wstring large;
+    while (large.size() < 300'000) large += bytes();  // more than is written at a time
+    for (const std::wstring& text : {std::wstring(), bytes(), large, std::wstring(L"\r\n")}) {
+        EXPECT_EQ(called(L"EscreverFicheiro", {file_, text}), L"True");
+        EXPECT_EQ(called(L"LerFicheiro", {file_}), text);
+        EXPECT_EQ(readFile(file_).size(), text.size());
+    }
+    EXPECT_EQ(called(L"EscreverFicheiro", {file_, L"\u20AC\u4E00"}), L"True");
+    EXPECT_EQ(readFile(file_), "\x80?");
+    EXPECT_EQ(GetFileAttributesW((file_ + L".tmp").c_str()), INVALID_FILE_ATTRIBUTES);
+}
+
+TEST_F(FilesFileUtil, AnswersNeutrallyWhereThereIsNoFile) {
+    for (const std::wstring& path : nowhere(folder_)) {
+        EXPECT_EQ(called(L"LerFicheiro", {path}), L"") << path;
+        EXPECT_EQ(called(L"EscreverFicheiro", {path, L"x"}), L"False") << path;
+        EXPECT_EQ(called(L"DesencriptarDeFicheiro", {path, L"k"}), L"") << path;
+        EXPECT_EQ(called(L"EncriptarParaFicheiro", {L"x", path, L"k"}), L"False") << path;
+        EXPECT_EQ(called(L"EncriptarFicheiroParaFicheiro", {path, file_}), L"False") << path;
+        EXPECT_EQ(called(L"DesencriptarFicheiroParaFicheiro", {path, file_}), L"False") << path;
+        EXPECT_EQ(called(L"ExisteFich", {path}), L"0") << path;
+        EXPECT_EQ(called(L"QuantosFich", {path}), L"0") << path;
+        EXPECT_EQ(called(L"ApagaFicheiro", {path}), L"0") << path;
+        EXPECT_EQ(called(L"TestarPermissaoEscrita", {path}), L"False") << path;
+    }
+    EXPECT_EQ(GetFileAttributesW(file_.c_str()), INVALID_FILE_ATTRIBUTES);
+}
+
+TEST_F(FilesFileUtil, KeepsTheOldContentWhenItCannotBeReplaced) {
+    writeFile(file_, "old");
+    SetFileAttributesW(file_.c_str(), FILE_ATTRIBUTE_READONLY);
+    EXPECT_EQ(called(L"EscreverFicheiro", {file_, L"new"}), L"False");
+    EXPECT_EQ(called(L"TestarPermissaoEscrita", {file_}), L"False");
+    SetFileAttributesW(file_.c_str(), FILE_ATTRIBUTE_HIDDEN);
+    EXPECT_EQ(called(L"TestarPermissaoEscrita", {file_}), L"True");
+    EXPECT_EQ(called(L"LerFicheiro", {file_}), L"old");
+    EXPECT_EQ(called(L"EscreverFicheiro", {file_, L"new"}), L"True");
+    EXPECT_TRUE(GetFileAttributesW(file_.c_str()) & FILE_ATTRIBUTE_HIDDEN);
+    // Nothing is left of a file that was made to find out.
+    EXPECT_EQ(called(L"TestarPermissaoEscrita", {folder_.path(L"new")}), L"True");
+    EXPECT_EQ(called(L"QuantosFich", {folder_.path(L"*")}), L"1");
+    EXPECT_EQ(called(L"TestarPermissaoEscrita", {folder_.path(L".")}), L"False");
+}
+
+TEST_F(FilesFileUtil, ReadsWhatOthersAreWritingUnlessTheyForbidIt) {
+    std::ofstream other(std::filesystem::path(file_), std::ios::binary);
+    other << "so far" << std::flush;
+    EXPECT_EQ(called(L"LerFicheiro", {file_}), L"so far");
+    other.close();
+    const HANDLE alone =
+        CreateFileW(file_.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+    EXPECT_EQ(called(L"LerFicheiro", {file_}), L"");
+    EXPECT_EQ(called(L"EscreverFicheiro", {file_, L"x"}), L"False");
+    EXPECT_EQ(called(L"TestarPermissaoEscrita", {file_}), L"False");
+    EXPECT_EQ(called(L"ExisteFich", {file_}), L"-1");
+    CloseHandle(alone);
+    EXPECT_EQ(readFile(file_), "so far");
+}
+
+TEST_F(FilesFileUtil, SurvivesFilesLargerThanMemory) {
+    for (const LONGLONG size : {LONGLONG{1} << 30, LONGLONG{3} << 30}) {
+        if (sizeof(void*) > 4 && size < 0x7FFFFFFF) continue;  // there is memory for it
+        const HANDLE file =
+            CreateFileW(file_.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
+        LARGE_INTEGER end;
+        end.QuadPart = size;
+        ASSERT_TRUE(SetFilePointerEx(file, end, nullptr, FILE_BEGIN) && SetEndOfFile(file));
+        CloseHandle(file);
+        EXPECT_EQ(called(L"LerFicheiro", {file_}), L"");
+        EXPECT_EQ(called(L"EncriptarFicheiroParaFicheiro", {file_, folder_.path(L"x")}), L"False");
+    }
+}
+
+TEST_F(FilesFileUtil, EnciphersAsTextUtilDoes) {
+    const auto text = createAs<IDispatch>(L"VelaUtil10.TextUtil");
+    const std::wstring note = bytes() + std::wstring(500, L'-');
+    const std::wstring plain = folder_.path(L"plain"), hidden = folder_.path(L"hidden");
+    for (const std::wstring& key : {std::wstring(L"sesame"), std::wstring()}) {
+        const Variant wanted =
+            callWith(text.Get(), L"Encriptar",
+                     {Variant(std::wstring_view(note)), Variant(std::wstring_view(key))})
+                .result;
+        EXPECT_EQ(called(L"EncriptarParaFicheiro", {note, hidden, key}), L"True");
+        EXPECT_EQ(called(L"LerFicheiro", {hidden}), textOf(wanted));
+        EXPECT_EQ(called(L"DesencriptarDeFicheiro", {hidden, key}), note);
+        EXPECT_EQ(called(L"DesencriptarFicheiroParaFicheiro", {hidden, plain, key}), L"True");
+        EXPECT_EQ(called(L"LerFicheiro", {plain}), note);
+        EXPECT_EQ(called(L"EncriptarFicheiroParaFicheiro", {plain, plain, key}), L"True");
+        EXPECT_EQ(called(L"LerFicheiro", {plain}), textOf(wanted));
+    }
+    EXPECT_EQ(called(L"EncriptarParaFicheiro", {note, hidden}), L"True");
+    EXPECT_EQ(called(L"DesencriptarDeFicheiro", {hidden}), note);
+    EXPECT_NE(called(L"DesencriptarDeFicheiro", {hidden, L"wrong"}), note);
+}
+
+TEST_F(FilesFileUtil, CountsAndNamesFiles) {
+    for (const wchar_t* name : {L"a.txt", L"b.txt", L"c.log"}) writeFile(folder_.path(name), "");
+    CreateDirectoryW(folder_.path(L"d.txt").c_str(), nullptr);
+    SetFileAttributesW(folder_.path(L"b.txt").c_str(), FILE_ATTRIBUTE_HIDDEN);
+    const struct {
+        const wchar_t* mask;
+        std::vector<std::wstring> names;
+    } table[] = {
+        {L"*.txt", {L"a.txt", L"b.txt"}},
+        {L"?.log", {L"c.log"}},
+        {L"*", {L"a.txt", L"b.txt", L"c.log"}},
+        {L"A.TXT", {L"a.txt"}},
+        {L"d.txt", {}},
+        {L"*.none", {}},
+        {L"NUL", {}},
+        {L"", {}},
+    };
+    for (const auto& row : table) {
+        const Variant mask{std::wstring_view(folder_.path(row.mask))};
+        // A variable without a value, and one that holds an array of another size.
+        for (Variant names : {Variant(), arrayOf({Variant(1L), Variant(2L)})}) {
+            const Called counted = invoked(L"QuantosFicheiros", {mask, Variant()});
+            const Called stored =
+                call(util_.Get(), L"QuantosFicheiros", {mask, byReference(names)});
+            EXPECT_EQ(textOf(stored.result), std::to_wstring(row.names.size())) << row.mask;
+            EXPECT_EQ(textOf(counted.result), textOf(stored.result));
+            ASSERT_EQ(names.vt, VT_ARRAY | VT_VARIANT);
+            EXPECT_EQ(names.parray->rgsabound[0].lLbound, 0);
+            ASSERT_EQ(names.parray->rgsabound[0].cElements, row.names.size());
+            std::vector<std::wstring> found;
+            for (LONG i = 0; i < static_cast<LONG>(row.names.size()); ++i) {
+                Variant name;
+                SafeArrayGetElement(names.parray, &i, &name);
+                found.push_back(textOf(name));
+            }
+            std::ranges::sort(found);
+            EXPECT_EQ(found, row.names);
+        }
+        EXPECT_EQ(called(L"QuantosFich", {folder_.path(row.mask)}),
+                  std::to_wstring(row.names.size()));
+    }
+}
+
+TEST_F(FilesFileUtil, TellsWhatIsThere) {
+    const std::wstring temporary = called(L"NomeFichTemporario");
+    const std::wstring another = called(L"NomeFichTemporario");
+    EXPECT_NE(temporary, another);
+    EXPECT_EQ(called(L"ProbablyIsFile", {temporary}), L"True");
+    for (const std::wstring& path : {temporary, another}) {
+        EXPECT_EQ(called(L"ExisteFich", {path}), L"-1");
+        EXPECT_EQ(readFile(path), "");
+        EXPECT_EQ(called(L"ApagaFicheiro", {path}), L"-1");
+        EXPECT_EQ(called(L"ExisteFich", {path}), L"0");
+    }
+    CreateDirectoryW(folder_.path(L"folder.d").c_str(), nullptr);
+    writeFile(folder_.path(L"file"), "");
+    const struct {
+        std::wstring path;
+        const wchar_t *exists, *probable;
+    } table[] = {
+        {folder_.path(L"folder.d"), L"0", L"False"}, {folder_.path(L"file"), L"-1", L"True"},
+        {folder_.path(L"none"), L"0", L"False"},     {folder_.path(L"none.txt"), L"0", L"True"},
+        {folder_.path(L"none.d\\"), L"0", L"False"}, {L"", L"0", L"False"},
+    };
+    for (const auto& row : table) {
+        EXPECT_EQ(called(L"ExisteFich", {row.path}), row.exists) << row.path;
+        EXPECT_EQ(called(L"ProbablyIsFile", {row.path}), row.probable) << row.path;
+    }
+}
+
+TEST_F(FilesFileUtil, SplitsPaths) {
+    const Variant path(L"C:\\Data\\ana.up1.xml");
+    Variant folder(L"x"), name, extension(7L);
+    call(util_.Get(), L"SeparaPercursoNome", {path, byReference(folder), byReference(name)});
+    EXPECT_EQ(textOf(folder) + L"+" + textOf(name), L"C:\\Data\\+ana.up1.xml");
+    call(util_.Get(), L"SeparaPercursoNomeExt",
+         {path, byReference(folder), byReference(name), byReference(extension)});
+    EXPECT_EQ(textOf(folder) + L"+" + textOf(name) + L"+" + textOf(extension),
+              L"C:\\Data\\+ana.up1+xml");
+    EXPECT_EQ(called(L"QualPercurso", {L"C:\\Data\\ana.xml"}), L"C:\\Data\\");
+    EXPECT_EQ(called(L"QualFicheiro", {L"C:\\Data\\ana.xml"}), L"ana.xml");
+    EXPECT_EQ(called(L"QualExt", {L"C:\\Data\\ana.xml"}), L"xml");
+}
+
+TEST_F(FilesFileUtil, HandsOutTheObjectsOfTheScriptingRuntime) {
+    writeFile(file_, "12345");
+    const std::wstring folderPath = file_.substr(0, file_.rfind(L'\\'));
+    const struct {
+        std::wstring path, folder, file;
+        bool hasDrive;
+    } table[] = {
+        {file_, folderPath, file_, true},
+        {folderPath, folderPath, L"nothing", true},
+        {folder_.path(L"none"), folderPath, L"nothing", true},
+        {folder_.path(L"none\\none"), L"nothing", L"nothing", true},
+        {L"Q:\\none", L"nothing", L"nothing", false},
+        {L"NUL", L"nothing", L"nothing", false},
+        {L"", L"nothing", L"nothing", false},
+    };
+    for (const auto& row : table) {
+        // What the variables held is let go of.
+        const auto held =
+            Variant(invoked(L"InfoDaPasta", {Variant(std::wstring_view(folderPath))}).result);
+        Variant folder(held), drive, file;
+        call(util_.Get(), L"InfoDeFicheiro",
+             {Variant(std::wstring_view(row.path)), byReference(folder), byReference(drive),
+              byReference(file)});
+        EXPECT_EQ(property(folder, L"Path"), row.folder) << row.path;
+        EXPECT_EQ(property(file, L"Path"), row.file) << row.path;
+        EXPECT_EQ(objectIn(drive) != nullptr, row.hasDrive) << row.path;
+    }
+    const struct {
+        const wchar_t *member, *path, *given;
+    } single[] = {
+        {L"InfoDaPasta", L"C:\\windows", L"object"}, {L"InfoDaPasta", L"C:\\none", L"nothing"},
+        {L"InfoDaPasta", L"C:\\win*", L"nothing"},   {L"InfoDaPasta", L"", L"nothing"},
+        {L"InfoDeDrive", L"c", L"object"},           {L"InfoDeDrive", L"C:", L"object"},
+        {L"InfoDeDrive", L"C:\\none", L"object"},    {L"InfoDeDrive", L"relative", L"object"},
+        {L"InfoDeDrive", L"Q", L"nothing"},          {L"InfoDeDrive", L"1", L"object"},
+        {L"InfoDeDrive", L"NUL", L"nothing"},        {L"InfoDeDrive", L"", L"nothing"},
+    };
+    for (const auto& row : single) {
+        EXPECT_EQ(called(row.member, {row.path}), row.given) << row.member << row.path;
+    }
+}
+
+TEST_F(FilesFileUtil, KnowsDrivesAndVolumes) {
+    const Variant drives(invoked(L"DrivesNoSistema").result);
+    const Variant c(call(objectIn(drives), L"Item", {Variant(L"c")}).result);
+    EXPECT_EQ(property(c, L"DriveLetter"), L"C");
+    DWORD number = 0;
+    GetVolumeInformationW(L"C:\\", nullptr, 0, &number, nullptr, nullptr, nullptr, 0);
+    wchar_t digits[9];
+    swprintf(digits, 9, L"%08lX", number);
+    for (const wchar_t* path : {L"C:\\none\\none.txt", L"c:", L"C"}) {
+        EXPECT_EQ(called(L"SerialNumberEx", {path}), digits) << path;
+    }
+    for (const wchar_t* path : {L"", L"Q:\\x", L"NUL", L"\\\\?"}) {
+        EXPECT_EQ(called(L"SerialNumberEx", {path}), L"") << path;
+    }
+    const struct {
+        const wchar_t *path, *server;
+    } table[] = {
+        {L"C:\\x", L""}, {L"x", L""}, {L"", L""}, {L"NUL", L""}, {L"\\\\host\\share\\x", L"host"}};
+    for (const auto& row : table) {
+        Variant server(L"before");
+        const Called given = call(util_.Get(), L"TransformarEmUNC",
+                                  {Variant(std::wstring_view(row.path)), byReference(server)});
+        EXPECT_EQ(textOf(given.result), row.path);
+        EXPECT_EQ(textOf(server), row.server) << row.path;
+        EXPECT_EQ(called(L"TransformarEmUNC", {row.path}), row.path);
+    }
+}
+
+// A common dialog control, as callers have them on their forms.
+ComPtr<LateObject> dialogControl(std::vector<std::wstring>& log, HRESULT shown) {
+    auto control = adopted(new LateObject);
+    control->names = {L"DialogTitle", L"FileName", L"Filter",  L"Flags",
+                      L"CancelError", L"ShowOpen", L"ShowSave"};
+    control->invoked = [&log, shown, self = control.Get()](DISPID id, WORD flags, DISPPARAMS& call,
+                                                           VARIANT* result, EXCEPINFO*) {
+        const std::wstring name = self->names[static_cast<std::size_t>(id)];
+        if (flags & DISPATCH_PROPERTYPUT) log.push_back(name + L"=" + textOf(call.rgvarg[0]));
+        else if (name == L"FileName") *result = Variant(L"C:\\Data\\chosen.txt").release();
+        else if (name == L"Flags") *result = Variant(1025L).release();
+        else return log.push_back(name), shown;
+        return S_OK;
+    };
+    return control;
+}
+
+TEST_F(FilesFileUtil, AsksThroughACallersControl) {
+    using Log = std::vector<std::wstring>;
+    const Variant title(L"Which?"), opens(converted(Variant(1L), VT_BOOL)),
+        saves(converted(Variant(), VT_BOOL));
+    Log log;
+    {
+        Variant name(L"a.txt"), control(dialogControl(log, S_OK).Get()), flags(4L),
+            filter(L"Texts|*.txt");
+        const Called given = call(util_.Get(), L"QueFicheiro",
+                                  {title, opens, byReference(name), byReference(control),
+                                   byReference(flags), byReference(filter)});
+        EXPECT_EQ(textOf(given.result), L"C:\\Data\\chosen.txt");
+        EXPECT_EQ(textOf(name), L"chosen.txt");
+        EXPECT_EQ(textOf(flags), L"1025");
+        EXPECT_EQ(log, (Log{L"DialogTitle=Which?", L"FileName=a.txt", L"Filter=Texts|*.txt",
+                            L"Flags=4", L"CancelError=True", L"ShowOpen"}));
+    }
+    log.clear();
+    Variant name(L"a.txt"), control(dialogControl(log, E_ABORT).Get());
+    const Called cancelled =
+        call(util_.Get(), L"QueFicheiro", {title, saves, byReference(name), byReference(control)});
+    EXPECT_EQ(cancelled.outcome, S_OK);
+    EXPECT_EQ(textOf(cancelled.result) + textOf(name) + log.back(), L"a.txtShowSave");
+    // An object that is no such control.
+    EXPECT_EQ(
+        textOf(callWith(util_.Get(), L"QueFicheiro", {title, opens, name, Variant(util_.Get())})
+                   .result),
+        L"");
+}
+
+TEST_F(FilesFileUtil, AsksNobodyWhereThereIsNoScreen) {
+    if (hasScreen()) GTEST_SKIP() << "somebody would have to answer";
+    Variant name(L"a.txt");
+    for (const bool opens : {true, false}) {
+        const Bstr title(L"Which?");
+        const Called asked =
+            call(util_.Get(), L"QueFicheiro", {arg(title), arg(opens), byReference(name)});
+        EXPECT_EQ(asked.outcome, S_OK);
+        EXPECT_EQ(textOf(asked.result) + textOf(name), L"a.txt");
+    }
+}
+
+TEST_F(FilesFileUtil, TakesNullForEveryOptionalAndReference) {
+    Bstr text;
+    SHORT count = -1;
+    VARIANT_BOOL done = VARIANT_TRUE;
+    EXPECT_EQ(util_->TransformarEmUNC(nullptr, nullptr, text.put()), S_OK);
+    EXPECT_EQ(util_->SeparaPercursoNomeExt(nullptr, nullptr, nullptr, nullptr), S_OK);
+    EXPECT_EQ(util_->InfoDeFicheiro(nullptr, nullptr, nullptr, nullptr), S_OK);
+    EXPECT_EQ(util_->QuantosFicheiros(nullptr, nullptr, &count), S_OK);
+    EXPECT_EQ(count, 0);
+    EXPECT_EQ(util_->EncriptarParaFicheiro(nullptr, nullptr, nullptr, &done), S_OK);
+    EXPECT_EQ(done, VARIANT_FALSE);
+    EXPECT_EQ(util_->LerFicheiro(nullptr, text.put()), S_OK);
+    EXPECT_EQ(util_->LerFicheiro(nullptr, nullptr), E_POINTER);
+    EXPECT_EQ(util_->UnRAR(nullptr, nullptr, nullptr, &done), E_NOTIMPL);
+    SetErrorInfo(0, nullptr);
+}
+
+}  // namespace
+}  // namespace vela::test

@@ -17,5 +17,6 @@ bool notifications();
 bool switches();
 bool serializer();
 bool tcp();
+bool files();
 
 }  // namespace bench

@@ -13,7 +13,7 @@ int main() {
     bool good = true;
     for (const auto table :
          {bench::lateBinding, bench::collection, bench::documents, bench::notifications,
-          bench::switches, bench::serializer, bench::tcp}) {
+          bench::switches, bench::serializer, bench::tcp, bench::files}) {
         good = table() && good;
     }
     CoUninitialize();

@@ -80,7 +80,7 @@ void TimerPool::tick(std::size_t index) {
 
 HWND TimerPool::window() {
     if (!window_ || !IsWindow(window_->get())) {
-        window_ = std::make_unique<MessageWindow>(*this, L"VelaUtil10.Timers");
+        window_.reset(new MessageWindow(*this, L"VelaUtil10.Timers"));
     }
     return window_->get();
 }

@@ -5,7 +5,7 @@
 #include <objbase.h>
 
 #include "files/whole_file.h"
-#include "preferences/xml_document.h"
+#include "xml/xml_document.h"
 
 namespace vela {
 

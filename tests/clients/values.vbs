@@ -119,7 +119,7 @@ Sub Errors()
     Expect "no such member", 438, ""
     text.UTrim = "a"
     Expect "assigning to a method", "", ""
-    value = CreateObject("VelaUtil10.SysUtil").GetNetworkIP()
+    value = CreateObject("VelaUtil10.FileUtil").UnRAR("a.rar")
     Expect "a member that is not built", &H80004001, NotBuilt
     Set value = CreateObject("VelaUtil10.MyUtil").MySecurity
     Expect "an accessor that is not built", &H80004001, NotBuilt

@@ -53,9 +53,9 @@ Currency product(Currency left, Currency right) {
 
 Currency rounded(Currency amount, std::int16_t kind) {
     if (kind == 100) return 0;
-    const Currency factor = currencyOf(std::pow(10.0, kind - 2));
+    const Currency factor = currencyOf(scaled(1, kind - 2));
     if (factor == 0) raise(RuntimeError::DivisionByZero);
-    const Currency half = currencyOf(5 * std::pow(10.0, 1 - kind));
+    const Currency half = currencyOf(scaled(5, 1 - kind));
     const Currency positive = withSign(magnitude(amount), false);
     const Currency whole = product(sumOf(positive, half), factor) / kCurrencyOne;
     const double result =

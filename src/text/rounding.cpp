@@ -2,6 +2,7 @@
 
 #include <charconv>
 #include <cmath>
+#include <cstdlib>
 #include <limits>
 
 #include "automation/runtime_error.h"
@@ -29,6 +30,12 @@ double halfToEven(double value) {
     return up ? below + 1 : below;
 }
 
+double scaled(double value, int exponent) {
+    double power = 1;
+    for (int i = std::abs(exponent); i > 0; --i) power *= 10;
+    return exponent < 0 ? value / power : value * power;
+}
+
 std::int32_t toInt32(double whole) {
     using Limits = std::numeric_limits<std::int32_t>;
     if (!(whole >= (Limits::min)() && whole <= (Limits::max)())) raise(RuntimeError::Overflow);
@@ -39,8 +46,7 @@ std::int32_t integerPart(double value) { return toInt32(halfToEven(value - 0.5))
 
 std::int32_t fractionAsWhole(double value, std::int16_t decimals) {
     if (decimals < 0) raise(RuntimeError::InvalidProcedureCall);
-    const double written =
-        asWritten((value - std::trunc(value)) * std::pow(10.0, static_cast<double>(decimals)));
+    const double written = asWritten(scaled(value - std::trunc(value), decimals));
     return toInt32(decimals == 0 ? halfToEven(written) : std::round(written));
 }
 

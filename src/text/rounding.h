@@ -8,6 +8,10 @@ namespace vela {
 // The nearest whole number, halves to the even one, whatever rounding the host has set.
 double halfToEven(double value);
 
+// `value` times 10^`exponent`, alike on every platform: its power functions differ in the last
+// digit.
+double scaled(double value, int exponent);
+
 // Raises Overflow for numbers beyond 32 bits and for what is no number.
 std::int32_t toInt32(double whole);
 

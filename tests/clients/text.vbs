@@ -14,6 +14,7 @@ Sub Main()
     ChangedArrays
     LeftOut
     OtherTypes
+    TheOthers
     Errors
 End Sub
 
@@ -90,6 +91,32 @@ End Function
 Function Point()
     Point = Mid(1.5, 2, 1)
 End Function
+
+Sub TheOthers()
+    Dim first, last, code, number, word
+    Check "ProcTras", text.ProcTras("abcabc", "bc", 4), 2
+    Check "ProcurarPar", text.ProcurarPar(1, "f(a(b))", "()"), 7
+    Check "ProcuraAbrirFechar", text.ProcuraAbrirFechar("f(a(b))", "()", first, last), 2
+    Check "its marks", first & last, "27"
+    Check "QuantosCaracteres", text.QuantosCaracteres("banana", "an"), 3
+    Check "StrCharValidos", text.StrCharValidos("12,5 EUR", "0123456789,"), "12,5"
+    Check "SoEstesChar", text.SoEstesChar("12,5 EUR", "0123456789,", "_"), "12,5____"
+    Check "SemEspacos", text.SemEspacos(" a b "), "ab"
+    Check "SemNumeros", text.SemNumeros("a1b22"), "ab"
+    text.TelefoneSeparaIndicativoNumero "+351 912 345 678", code, number
+    Check "TelefoneSeparaIndicativoNumero", code & " " & number, "91 2345678"
+    Check "QueConteudoSql", text.QueConteudoSql("O'Neil"), "'O''Neil'"
+    Check "PreparaTextoComVars", text.PreparaTextoComVars("@X1 of @X2", Array(3, "ten")), "3 of ten"
+    Check "UTrim", text.UTrim(" ab "), "AB"
+    word = "abcab"
+    text.MudaChar word, "ab", "-"
+    text.MudaChar2 word, "-", "+"
+    text.MudaCharComMascara word, "[a-z]", "x"
+    Check "MudaChar and its kin", word, "+x+"
+    word = "S" & Chr(227) & "o"
+    text.SubstituirAcentos word
+    Check "SubstituirAcentos", word, "Sao"
+End Sub
 
 Sub Errors()
     Dim variable, long

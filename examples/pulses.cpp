@@ -2,15 +2,7 @@
 // those of the shared pulsar, as a notification.
 //
 //     ./dev wine build/win32/examples/pulses.exe
-#include <windows.h>
-
-#include <VelaUtil10.h>
-#include <ocidl.h>
-#include <wrl/client.h>
-
-#include <cstdio>
-
-using Microsoft::WRL::ComPtr;
+#include "client.h"
 
 namespace {
 
@@ -18,32 +10,6 @@ constexpr long kPulses = 5;
 
 long ownPulses = 0;
 long sharedPulses = 0;
-
-void check(HRESULT result) {
-    if (FAILED(result)) throw result;
-}
-
-// What an object that is only called back needs of automation. It is never destroyed.
-template <class Interface>
-class Callback : public Interface {
-  public:
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** result) override {
-        const bool known = id == IID_IUnknown || id == IID_IDispatch || id == __uuidof(Interface);
-        *result = known ? this : nullptr;
-        return known ? S_OK : E_NOINTERFACE;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
-    ULONG STDMETHODCALLTYPE Release() override { return 1; }
-    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override { return *count = 0, S_OK; }
-    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override {
-        return DISP_E_UNKNOWNNAME;
-    }
-    HRESULT STDMETHODCALLTYPE Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*,
-                                     UINT*) override {
-        return DISP_E_MEMBERNOTFOUND;
-    }
-};
 
 // Hears the events of a pulsar; Pulse is the only one.
 class PulseEvents : public Callback<__Pulsar> {
@@ -120,16 +86,9 @@ void listen() {
 
     // A beat of three ticks, 50 ms each: pulses after 50 and 100 ms, none after 150.
     check(shared->CreatePulsar(50, &own));
-    BSTR pattern = SysAllocString(L"110");
-    check(own->put_PulsePattern(pattern));
-    SysFreeString(pattern);
+    check(own->put_PulsePattern(Text(L"110").in()));
 
-    ComPtr<IConnectionPointContainer> container;
-    ComPtr<IConnectionPoint> point;
-    DWORD cookie = 0;
-    check(own.As(&container));
-    check(container->FindConnectionPoint(__uuidof(__Pulsar), &point));
-    check(point->Advise(&events, &cookie));
+    const Connection<__Pulsar> connection(own.Get(), events);
 
     // The first subscriber of the shared pulse starts it, the last one to leave stops it.
     check(shared->put_PulseInterval(80));
@@ -139,7 +98,6 @@ void listen() {
     pumpUntilDone();
     check(own->Dispose());
     check(hub->Goodbye(&self));
-    check(point->Unadvise(cookie));
 
     VARIANT_BOOL stopped = VARIANT_FALSE;
     check(shared->get_Stopped(&stopped));
@@ -149,15 +107,4 @@ void listen() {
 
 }  // namespace
 
-int main() {
-    HRESULT result = CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
-    if (FAILED(result)) return 1;
-    try {
-        listen();
-    } catch (HRESULT failure) {
-        std::fprintf(stderr, "Failed with %08lX.\n", static_cast<unsigned long>(failure));
-        result = failure;
-    }
-    CoUninitialize();
-    return FAILED(result) ? 1 : 0;
-}
+int main() { return runInApartment(listen); }

@@ -8,6 +8,7 @@
 #include "frame/Collection.h"
 #include "frame/MyUtil.h"
 #include "frame/SysUtil.h"
+#include "frame/gUtil.h"
 #include "frame/shared_instances.h"
 #include "notifications/EventHistory.h"
 #include "notifications/Notification.h"
@@ -77,13 +78,14 @@ class ClassFactory final : public Counted<IClassFactory> {
 
 CreateFunction creatorOf(const CLSID& id) {
     static const Entry table[] = {
-        entry<BubbleSort>(),   entry<Collection>(),   entry<DPItem>(),    entry<DatetimeUtil>(),
-        entry<DirUtil>(),      entry<EventHistory>(), entry<FileUtil>(),  entry<GeoUtil>(),
-        entry<KVItem>(),       entry<KeyValue>(),     entry<MathUtil>(),  entry<MyUtil>(),
-        entry<Notification>(), entry<PPItem>(),       entry<PlayUtil>(),  entry<Preferences>(),
-        entry<Quadrado>(),     entry<RPItem>(),       entry<RPManager>(), entry<RegistryUtil>(),
-        entry<Security>(),     entry<Serializer>(),   entry<Switches>(),  entry<SysUtil>(),
-        entry<TextUtil>(),     entry<TickCount>(),    entry<UIItem>(),    entry<cTCP>(),
+        entry<BubbleSort>(), entry<Collection>(),  entry<cTCP>(),         entry<DatetimeUtil>(),
+        entry<DirUtil>(),    entry<DPItem>(),      entry<EventHistory>(), entry<FileUtil>(),
+        entry<GeoUtil>(),    entry<gUtil>(),       entry<KeyValue>(),     entry<KVItem>(),
+        entry<MathUtil>(),   entry<MyUtil>(),      entry<Notification>(), entry<PlayUtil>(),
+        entry<PPItem>(),     entry<Preferences>(), entry<Quadrado>(),     entry<RegistryUtil>(),
+        entry<RPItem>(),     entry<RPManager>(),   entry<Security>(),     entry<Serializer>(),
+        entry<Switches>(),   entry<SysUtil>(),     entry<TextUtil>(),     entry<TickCount>(),
+        entry<UIItem>(),
     };
     const auto found = std::find_if(std::begin(table), std::end(table),
                                     [&](const Entry& entry) { return entry.id == id; });

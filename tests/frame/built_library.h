@@ -18,11 +18,11 @@ inline std::wstring modulePath() {
 
 // The classes that this version offers; the others are declared only.
 inline constexpr const wchar_t* kOfferedClasses[] = {
-    L"BubbleSort",   L"Collection",   L"DPItem",   L"DatetimeUtil", L"DirUtil",  L"EventHistory",
-    L"FileUtil",     L"GeoUtil",      L"KVItem",   L"KeyValue",     L"MathUtil", L"MyUtil",
-    L"Notification", L"PPItem",       L"PlayUtil", L"Preferences",  L"Quadrado", L"RPItem",
-    L"RPManager",    L"RegistryUtil", L"Security", L"Serializer",   L"Switches", L"SysUtil",
-    L"TextUtil",     L"TickCount",    L"UIItem",   L"cTCP",
+    L"BubbleSort",   L"Collection",   L"cTCP",         L"DatetimeUtil", L"DirUtil",  L"DPItem",
+    L"EventHistory", L"FileUtil",     L"GeoUtil",      L"gUtil",        L"KeyValue", L"KVItem",
+    L"MathUtil",     L"MyUtil",       L"Notification", L"PlayUtil",     L"PPItem",   L"Preferences",
+    L"Quadrado",     L"RegistryUtil", L"RPItem",       L"RPManager",    L"Security", L"Serializer",
+    L"Switches",     L"SysUtil",      L"TextUtil",     L"TickCount",    L"UIItem",
 };
 
 inline std::wstring nameOf(ITypeInfo* info, MEMBERID member = MEMBERID_NIL) {

@@ -100,11 +100,6 @@ ComPtr<_INotification> Notifications::at(LONG position) {
     return held ? held->notification : nullptr;
 }
 
-bool Notifications::hasTag(const Held& held, std::wstring_view tag) {
-    if (held.ours) return held.ours->tag() == tag;
-    return textProperty(held.notification.Get(), &_INotification::get_Tag) == tag;
-}
-
 ComPtr<_INotification> Notifications::add(const ComPtr<_INotification>& notification) {
     const std::wstring key = keyOf(notification.Get());
     if (!list_.add({notification, own<Notification>(notification.Get()).Get()}, key)) {
@@ -181,8 +176,12 @@ HRESULT Notifications::get_ItemByTAG(BSTR tag, _INotification** result) {
         ComPtr<_INotification> found;
         List::Cursor cursor(list_);
         while (const Held* held = cursor.next()) {
-            const Held asked = *held;  // a caller's object may remove itself meanwhile
-            if (hasTag(asked, sought)) found = asked.notification;
+            if (held->ours) {
+                if (held->ours->tag() == sought) found = held->notification;
+                continue;
+            }
+            const auto asked = held->notification;  // it may remove itself meanwhile
+            if (textProperty(asked.Get(), &_INotification::get_Tag) == sought) found = asked;
         }
         return found;
     });

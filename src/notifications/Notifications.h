@@ -39,7 +39,6 @@ class Notifications final : public Object<Notifications, _Notifications> {
     };
     using List = KeyedCollection<Held>;
 
-    static bool hasTag(const Held& held, std::wstring_view tag);
     // Adds a notification and tells those who said Welcome; returns the one held under its key.
     // Throws Error -1 for a published one whose tag does not begin with "MY:".
     ComPtr<_INotification> add(const ComPtr<_INotification>& notification);

@@ -94,8 +94,9 @@ Sub Errors()
 End Sub
 
 Sub ReplacedVariable()
-    Dim held, mine
-    Set held = hub.Publish("my:held")
+    Dim held, mine, unset
+    Set held = hub.Publish("my:held", unset)
+    Check "in an empty variable", unset Is held, True
     Set mine = CreateObject("VelaUtil10.Notification")
     Check "the one held", hub.Publish("my:held", mine) Is held, True
     Check "in the variable too", mine Is held, True
@@ -114,6 +115,14 @@ Sub Pulsars()
     Check "started", pulsar.Stopped, False
     pulsar.Dispose
 End Sub
+
+Class Failing
+    Public EventKey
+
+    Property Get EventType()
+        Err.Raise 1234
+    End Property
+End Class
 
 Class Happening
     Public EventType
@@ -135,8 +144,24 @@ Sub History()
         keys = keys & found.EventKey
     Next
     Check "all of a type", keys, "abc"
-    Check "of a source", register.FindItems(7, Asc("b"))(1).EventKey, "b"
+    Check "of a source", register.FindItems(7, Asc("b"))("B").EventKey, "b"
     Check "none", register.FindItems(8).Count, 0
+    register.Add New Failing
+    register.Add Nothing
+    register.Add hub
+    Check "one that fails when asked", register.FindItems(7).Count & register.Count, "34"
+    Set found = New Happening
+    found.EventKey = "B"
+    Check "by a probe", register.FindItem(found).EventSource, Asc("b")
+    register.Remove found
+    Check "removed by it", register.FindItem(found) Is Nothing, True
+    register.Add found
+    found.EventKey = "changed"
+    register.Remove found
+    Check "kept under the old key", register.Count, 4
+    register.RemoveAll
+    register.Add found
+    Check "usable again", register.Count, 1
 End Sub
 
 Sub Check(what, found, wanted)

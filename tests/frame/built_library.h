@@ -16,15 +16,6 @@ inline std::wstring modulePath() {
     return (std::filesystem::current_path() / kModuleName).wstring();
 }
 
-// The classes that this version offers; the others are declared only.
-inline constexpr const wchar_t* kOfferedClasses[] = {
-    L"BubbleSort",   L"Collection",   L"cTCP",         L"DatetimeUtil", L"DirUtil",  L"DPItem",
-    L"EventHistory", L"FileUtil",     L"GeoUtil",      L"gUtil",        L"KeyValue", L"KVItem",
-    L"MathUtil",     L"MyUtil",       L"Notification", L"PlayUtil",     L"PPItem",   L"Preferences",
-    L"Quadrado",     L"RegistryUtil", L"RPItem",       L"RPManager",    L"Security", L"Serializer",
-    L"Switches",     L"SysUtil",      L"TextUtil",     L"TickCount",    L"UIItem",
-};
-
 inline std::wstring nameOf(ITypeInfo* info, MEMBERID member = MEMBERID_NIL) {
     Bstr name;
     info->GetDocumentation(member, name.put(), nullptr, nullptr, nullptr);
@@ -54,7 +45,11 @@ struct Described {
         return Described(found);
     }
     bool isClass() const { return attributes.typekind == TKIND_COCLASS; }
-    bool isCreatable() const { return attributes.wTypeFlags & TYPEFLAG_FCANCREATE; }
+    // Whether this version makes objects of the class: three are still to come.
+    bool isOffered() const {
+        return (attributes.wTypeFlags & TYPEFLAG_FCANCREATE) && name != L"SecurityUtil" &&
+               name != L"ExtractionManager" && name != L"ExtractionError";
+    }
 };
 
 inline ComPtr<ITypeLib> builtTypeLibrary() {

@@ -69,16 +69,14 @@ void expectClassesIn(HKEY root) {
         const std::wstring progId = L"VelaUtil10." + described.name;
         const std::wstring id = braced(described.attributes.guid);
         const std::wstring key = L"CLSID\\" + id;
-        for (const wchar_t* offered : test::kOfferedClasses) {
-            if (described.name != offered) continue;
-            expected.insert({key, progId});
-            EXPECT_EQ(valueOf(root, key + L"\\InprocServer32"), test::modulePath());
-            EXPECT_EQ(valueOf(root, key + L"\\InprocServer32", L"ThreadingModel"), L"Apartment");
-            EXPECT_EQ(valueOf(root, key + L"\\ProgID"), progId);
-            EXPECT_EQ(valueOf(root, key + L"\\TypeLib"), braced(libraryId()));
-            EXPECT_EQ(valueOf(root, key + L"\\Version"), L"1.0");
-            EXPECT_EQ(valueOf(root, progId + L"\\CLSID"), id);
-        }
+        if (!described.isOffered()) return;
+        expected.insert({key, progId});
+        EXPECT_EQ(valueOf(root, key + L"\\InprocServer32"), test::modulePath());
+        EXPECT_EQ(valueOf(root, key + L"\\InprocServer32", L"ThreadingModel"), L"Apartment");
+        EXPECT_EQ(valueOf(root, key + L"\\ProgID"), progId);
+        EXPECT_EQ(valueOf(root, key + L"\\TypeLib"), braced(libraryId()));
+        EXPECT_EQ(valueOf(root, key + L"\\Version"), L"1.0");
+        EXPECT_EQ(valueOf(root, progId + L"\\CLSID"), id);
     });
     Keys classes;
     for (const std::wstring& key : present(root)) {

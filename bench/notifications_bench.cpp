@@ -5,6 +5,7 @@
 
 #include "bench/client.h"
 #include "bench/tables.h"
+#include "examples/client.h"
 
 namespace bench {
 
@@ -12,26 +13,9 @@ namespace {
 
 // Counts its calls and looks which notification it is, as every subscriber does. It must outlive
 // the notification that calls it.
-class Subscriber : public _INotificationSubscriber {
+class Subscriber : public Callback<_INotificationSubscriber> {
   public:
     virtual ~Subscriber() = default;
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** result) override {
-        const bool known =
-            id == IID_IUnknown || id == IID_IDispatch || id == __uuidof(_INotificationSubscriber);
-        *result = known ? this : nullptr;
-        return known ? S_OK : E_NOINTERFACE;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
-    ULONG STDMETHODCALLTYPE Release() override { return 1; }
-    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override { return *count = 0, S_OK; }
-    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override {
-        return DISP_E_UNKNOWNNAME;
-    }
-    HRESULT STDMETHODCALLTYPE Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*,
-                                     UINT*) override {
-        return DISP_E_MEMBERNOTFOUND;
-    }
 
     long calls = 0;
     long heard = 0;

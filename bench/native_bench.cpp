@@ -1,12 +1,10 @@
 // What the algorithms take, on this machine. Fails when a limit is exceeded.
-#include <initializer_list>
-
 #include "bench/tables.h"
 
-int main() {
-    bool good = true;
-    for (const auto table : {bench::keyedCollection, bench::transforms, bench::extenso}) {
-        good = table() && good;
-    }
+int main(int argc, char** argv) {
+    const bool good = bench::print({{"keyed_collection", bench::keyedCollection},
+                                    {"transforms", bench::transforms},
+                                    {"extenso", bench::extenso}},
+                                   argc, argv);
     return good ? 0 : 1;
 }

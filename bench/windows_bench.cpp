@@ -4,18 +4,19 @@
 
 #include <objbase.h>
 
-#include <initializer_list>
-
 #include "bench/tables.h"
 
-int main() {
+int main(int argc, char** argv) {
     CoInitialize(nullptr);
-    bool good = true;
-    for (const auto table :
-         {bench::lateBinding, bench::collection, bench::documents, bench::notifications,
-          bench::switches, bench::serializer, bench::tcp, bench::files}) {
-        good = table() && good;
-    }
+    const bool good = bench::print({{"late_binding", bench::lateBinding},
+                                    {"collection", bench::collection},
+                                    {"documents", bench::documents},
+                                    {"notifications", bench::notifications},
+                                    {"switches", bench::switches},
+                                    {"serializer", bench::serializer},
+                                    {"tcp", bench::tcp},
+                                    {"files", bench::files}},
+                                   argc, argv);
     CoUninitialize();
     return good ? 0 : 1;
 }

@@ -1,13 +1,13 @@
 // Messages, one connection each: two objects of the library in one message loop, against a bare
 // Winsock program that connects, sends, receives and closes as often, with a thread for the
 // receiver.
-#include <ocidl.h>
 #include <winsock2.h>
 
 #include <thread>
 
 #include "bench/client.h"
 #include "bench/tables.h"
+#include "examples/client.h"
 
 namespace bench {
 
@@ -16,21 +16,9 @@ namespace {
 constexpr int kMessages = 1'000;
 const std::string kText = "orders: 4711 was shipped";
 
-// Counts messages. It lives on the stack.
-class Events : public IDispatch {
+// Counts messages.
+class Events : public Callback<__cTCP> {
   public:
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** result) override {
-        const bool known = id == IID_IUnknown || id == IID_IDispatch || id == __uuidof(__cTCP);
-        *result = known ? this : nullptr;
-        return known ? S_OK : E_NOINTERFACE;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
-    ULONG STDMETHODCALLTYPE Release() override { return 1; }
-    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override { return *count = 0, S_OK; }
-    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override {
-        return DISP_E_UNKNOWNNAME;
-    }
     HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*,
                                      EXCEPINFO*, UINT*) override {
         constexpr DISPID kMensagem = 1;
@@ -46,10 +34,6 @@ class Events : public IDispatch {
 class Pair {
   public:
     Pair() {
-        ComPtr<IConnectionPointContainer> container;
-        require(receiver_.As(&container), "events");
-        require(container->FindConnectionPoint(__uuidof(__cTCP), &point_), "events");
-        require(point_->Advise(&events_, &cookie_), "events");
         require(receiver_->put_FiltroDeMensagens(filter_), "the filter");
         require(sender_->put_FiltroDeMensagens(filter_), "the filter");
         VARIANT_BOOL listening = VARIANT_FALSE;
@@ -58,7 +42,6 @@ class Pair {
         require(receiver_->get_portaLocal(&port), "listening");
         require(sender_->Inicializar(nullptr, &port, &host_.value), "initialising");
     }
-    ~Pair() { point_->Unadvise(cookie_); }
 
     void exchange() {
         VARIANT_BOOL started = VARIANT_FALSE;
@@ -72,13 +55,12 @@ class Pair {
 
   private:
     Events events_;
-    ComPtr<IConnectionPoint> point_;
-    DWORD cookie_ = 0;
     Text host_{L"127.0.0.1"};
     Text filter_{L"orders:"};
     Text text_{L" 4711 was shipped"};
     ComPtr<_cTCP> receiver_ = create<_cTCP>(L"VelaUtil10.cTCP");
     ComPtr<_cTCP> sender_ = create<_cTCP>(L"VelaUtil10.cTCP");
+    Connection<__cTCP> connection_{receiver_.Get(), events_};
 };
 
 class Bare {

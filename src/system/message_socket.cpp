@@ -16,6 +16,8 @@ namespace {
 
 constexpr long kConnectionEvents = FD_READ | FD_CLOSE;
 constexpr std::size_t kPiece = 65536;
+constexpr UINT_PTR kTimer = 1;
+constexpr UINT kTick = 50;  // milliseconds
 
 const wchar_t* describe(int code) {
     switch (code) {
@@ -122,32 +124,49 @@ MessageSocket::~MessageSocket() { close(); }
 u_short MessageSocket::boundPort() const {
     sockaddr_in place{};
     int size = sizeof place;
-    if (socket_) getsockname(socket_.get(), reinterpret_cast<sockaddr*>(&place), &size);
+    const SocketHandle& bound = state_ == SocketState::Listening ? listener_ : socket_;
+    if (bound) getsockname(bound.get(), reinterpret_cast<sockaddr*>(&place), &size);
     return place.sin_port ? ntohs(place.sin_port) : localPort;
 }
 
-std::wstring MessageSocket::peerAddress() const {
+bool MessageSocket::findPeer() {
+    int size = sizeof peer_;
+    return getpeername(socket_.get(), reinterpret_cast<sockaddr*>(&peer_), &size) == 0;
+}
+
+const sockaddr_in& MessageSocket::peer() {
+    if (accepted_ && !peer_.sin_port) findPeer();
+    return peer_;
+}
+
+std::wstring MessageSocket::peerAddress() {
     std::array<wchar_t, INET_ADDRSTRLEN> dotted{};
-    const IN_ADDR& address = peer_.sin_addr;
+    const IN_ADDR& address = peer().sin_addr;
     if (address.s_addr) InetNtopW(AF_INET, &address, dotted.data(), dotted.size());
     return dotted.data();
 }
 
 // ---- what the owner asks for -------------------------------------------------------------------
 
-void MessageSocket::close() { reset(SocketState::Closed); }
+void MessageSocket::close() {
+    reset(SocketState::Closed);
+    dropUnusedListener();
+}
 
 void MessageSocket::listen() {
-    close();
-    SocketHandle socket = newSocket();
-    bindTo(socket, localPort);
-    require(::listen(socket.get(), SOMAXCONN));
-    watch(std::move(socket), SocketState::Listening, FD_ACCEPT);
+    reset(SocketState::Closed);
+    if (!listener_ || listenerPort_ != localPort) openListener();
+    state_ = SocketState::Listening;
     if (localPort == 0) localPort = boundPort();
+    listenerPort_ = localPort;
+    if (std::exchange(somebodyWaits_, false)) {
+        PostMessageW(window_.get(), kListening, listener_.get(), FD_ACCEPT);
+    }
 }
 
 void MessageSocket::connect() {
     close();
+    listener_.reset();  // the connection may leave from its port
     if (remoteHost.empty()) raiseSocketError(WSAEADDRNOTAVAIL);
     peer_ = endpoint(0, remotePort);
     if (InetPtonW(AF_INET, remoteHost.c_str(), &peer_.sin_addr) == 1) return connectToPeer();
@@ -158,11 +177,10 @@ void MessageSocket::connect() {
 
 void MessageSocket::accept(long request) {
     if (!requested_ || request != request_) raise(RuntimeError::InvalidProcedureCall);
-    close();
+    reset(SocketState::Closed);
     watch(std::exchange(requested_, SocketHandle()), SocketState::Connected, kConnectionEvents);
-    peer_ = requester_;
     accepted_ = true;
-    startTimer(limits_.silence);
+    waitFor(limits_.silence);
 }
 
 void MessageSocket::send(std::string_view bytes) {
@@ -179,22 +197,33 @@ void MessageSocket::send(std::string_view bytes) {
 // ---- what the platform tells -------------------------------------------------------------------
 
 bool MessageSocket::handle(UINT message, WPARAM first, LPARAM second) {
-    if (message != WM_TIMER && message != message_) return message > WM_APP;
+    if (message != WM_TIMER && message < WM_APP) return false;
     const ComPtr<IUnknown> alive = &owner_;
+    const bool nested = std::exchange(handling_, true);
+    quietly([&] { dispatch(message, first, second); });
+    handling_ = nested;
+    dropUnusedListener();
+    return true;
+}
+
+void MessageSocket::dispatch(UINT message, WPARAM first, LPARAM second) {
     if (message == WM_TIMER) {
-        if (timing_ && first == message_) timedOut();
+        tick();
+    } else if (message == kListening) {
+        if (state_ == SocketState::Listening) request();
+        else somebodyWaits_ = true;
+    } else if (message != message_) {
+        return;
     } else if (state_ == SocketState::ResolvingHost) {
         resolved(static_cast<ULONG>(first), static_cast<int>(second));
     } else {
         happened(WSAGETSELECTEVENT(second), WSAGETSELECTERROR(second));
     }
-    return true;
 }
 
 void MessageSocket::happened(int event, int error) {
     if (error) return fail(error);
     switch (event) {
-        case FD_ACCEPT: return request();
         case FD_READ: return receive();
         case FD_CLOSE: return peerEnded();
         case FD_WRITE: return sendRest();
@@ -224,9 +253,7 @@ void MessageSocket::resolved(ULONG address, int error) {
 }
 
 void MessageSocket::request() {
-    int size = sizeof requester_;
-    requested_ =
-        SocketHandle(::accept(socket_.get(), reinterpret_cast<sockaddr*>(&requester_), &size));
+    requested_ = SocketHandle(::accept(listener_.get(), nullptr, nullptr));
     if (!requested_) return;  // who asked has gone again
     events_.requested(++request_);
     requested_.reset();
@@ -237,15 +264,18 @@ void MessageSocket::receive() {
     if (received_.empty()) begun_ = GetTickCount();
     std::array<char, kPiece> piece;
     int count = 0;
-    while ((count = recv(socket_.get(), piece.data(), static_cast<int>(piece.size()), 0)) > 0) {
+    do {
+        count = recv(socket_.get(), piece.data(), static_cast<int>(piece.size()), 0);
+        if (count == SOCKET_ERROR) {
+            if (const int code = WSAGetLastError(); code != WSAEWOULDBLOCK) return fail(code);
+            break;
+        }
         received_.append(piece.data(), static_cast<std::size_t>(count));
         if (received_.size() > limits_.largest) return fail(WSAEMSGSIZE);
-    }
-    if (count == 0) return;  // how it ended, in good order or not, FD_CLOSE is going to tell
-    if (const int code = WSAGetLastError(); code != WSAEWOULDBLOCK) return fail(code);
+    } while (count == static_cast<int>(piece.size()));
     if (received_.empty()) return;
     if (GetTickCount() - begun_ > limits_.longest) return fail(WSAETIMEDOUT);
-    startTimer(limits_.pause);
+    waitFor(limits_.pause);
 }
 
 void MessageSocket::sendRest() {
@@ -275,14 +305,25 @@ void MessageSocket::waitForRoom() {
 
 void MessageSocket::peerEnded() {
     const UINT current = message_;
-    receive();
+    u_long left = 0;
+    ioctlsocket(socket_.get(), FIONREAD, &left);
+    if (left > 0) receive();
     if (message_ != current) return;
-    // Not every platform tells a reset from an end in good order, after which a peer can still be
-    // sent to.
-    if (!ended_ && ::send(socket_.get(), "", 0, 0) == SOCKET_ERROR) return fail(WSAECONNRESET);
+    // Not every platform tells a reset from an end in good order, after which there still is a
+    // peer.
+    if (!ended_ && !findPeer()) return fail(WSAECONNRESET);
     state_ = SocketState::PeerClosing;
     deliver();
     if (message_ == current) events_.peerClosed();
+}
+
+void MessageSocket::tick() {
+    if (!waiting_) {
+        KillTimer(window_.get(), kTimer);
+        ticking_ = false;
+    } else if (static_cast<LONG>(GetTickCount() - deadline_) >= 0) {
+        timedOut();
+    }
 }
 
 void MessageSocket::timedOut() {
@@ -291,7 +332,7 @@ void MessageSocket::timedOut() {
 }
 
 void MessageSocket::deliver() {
-    stopTimer();
+    waiting_ = false;
     if (!received_.empty()) events_.arrived(received_.size());
 }
 
@@ -301,6 +342,20 @@ void MessageSocket::fail(int code) {
 }
 
 // ---- sockets -----------------------------------------------------------------------------------
+
+void MessageSocket::openListener() {
+    listener_.reset();
+    somebodyWaits_ = false;
+    SocketHandle socket = newSocket();
+    bindTo(socket, localPort);
+    require(::listen(socket.get(), SOMAXCONN));
+    require(WSAAsyncSelect(socket.get(), window_.get(), kListening, FD_ACCEPT));
+    listener_ = std::move(socket);
+}
+
+void MessageSocket::dropUnusedListener() {
+    if (!handling_ && !accepted_ && state_ != SocketState::Listening) listener_.reset();
+}
 
 void MessageSocket::watch(SocketHandle socket, SocketState state, long events) {
     nextMessage();
@@ -332,7 +387,7 @@ void MessageSocket::connectToPeer() {
 }
 
 void MessageSocket::reset(SocketState state) {
-    stopTimer();
+    waiting_ = false;
     socket_.reset();
     state_ = state;
     nextMessage();
@@ -346,15 +401,12 @@ void MessageSocket::reset(SocketState state) {
     ended_ = false;
 }
 
-void MessageSocket::nextMessage() { message_ = WM_APP + 1 + (message_ - WM_APP) % 0x3000; }
+void MessageSocket::nextMessage() { message_ = kListening + 1 + (message_ - kListening) % 0x3000; }
 
-void MessageSocket::startTimer(UINT milliseconds) {
-    timing_ = SetTimer(window_.get(), message_, milliseconds, nullptr) != 0;
-}
-
-void MessageSocket::stopTimer() {
-    if (timing_) KillTimer(window_.get(), message_);
-    timing_ = false;
+void MessageSocket::waitFor(DWORD milliseconds) {
+    deadline_ = GetTickCount() + milliseconds;
+    waiting_ = true;
+    if (!ticking_) ticking_ = SetTimer(window_.get(), kTimer, kTick, nullptr) != 0;
 }
 
 }  // namespace vela

@@ -2,8 +2,8 @@
 //
 // A connection carries one message in each direction. Sending ends that side of the connection, and
 // so the receiver knows that the message is whole. A peer that keeps its side open all the same is
-// taken to have said everything after a pause. Nothing here blocks, but for the platform's own
-// calls.
+// taken to have said everything after a pause. Who connects while an accepted connection lasts
+// waits in the platform's queue. Nothing here blocks, but for the platform's own calls.
 #pragma once
 
 #include <winsock2.h>
@@ -32,9 +32,9 @@ enum class SocketState : short {
 
 // Limits on what a peer may do to a connection that was accepted or on which data comes.
 struct SocketLimits {
-    UINT silence = 10'000;                       // milliseconds from acceptance to the first byte
-    UINT pause = 300;                            // after which what has come is taken as whole
-    UINT longest = 60'000;                       // from the first byte to the last
+    DWORD silence = 10'000;                      // milliseconds from acceptance to the first byte
+    DWORD pause = 300;                           // after which what has come is taken as whole
+    DWORD longest = 60'000;                      // from the first byte to the last
     std::size_t largest = std::size_t{4} << 20;  // bytes of one message
 };
 
@@ -104,10 +104,12 @@ class MessageSocket final : private MessageHandler {
     u_short boundPort() const;
     // Whether the connection was accepted, and thus has a peer of its own.
     bool accepted() const { return accepted_; }
-    u_short peerPort() const { return ntohs(peer_.sin_port); }
+    u_short peerPort() { return ntohs(peer().sin_port); }
     // Dotted; empty without a connection.
-    std::wstring peerAddress() const;
+    std::wstring peerAddress();
 
+    // Called during an event, it frees the port when the event is over, unless the socket listens
+    // again by then.
     void close();
     // At local port 0 the system chooses one, which becomes localPort.
     void listen();
@@ -120,7 +122,10 @@ class MessageSocket final : private MessageHandler {
     std::string take() { return std::exchange(received_, {}); }
 
   private:
+    static constexpr UINT kListening = WM_APP;  // the number of the listener's messages
+
     bool handle(UINT message, WPARAM first, LPARAM second) override;
+    void dispatch(UINT message, WPARAM first, LPARAM second);
     void happened(int event, int error);
     void resolved(ULONG address, int error);
     void request();
@@ -129,17 +134,21 @@ class MessageSocket final : private MessageHandler {
     void sendRest();
     void waitForRoom();
     void peerEnded();
+    void tick();
     void timedOut();
     void deliver();
     void fail(int code);
 
+    const sockaddr_in& peer();
+    bool findPeer();
+    void openListener();
+    void dropUnusedListener();
     void watch(SocketHandle socket, SocketState state, long events);
     int startConnecting(u_short port);
     void connectToPeer();
     void reset(SocketState state);
     void nextMessage();
-    void startTimer(UINT milliseconds);
-    void stopTimer();
+    void waitFor(DWORD milliseconds);
 
     SocketEvents& events_;
     IUnknown& owner_;
@@ -147,16 +156,22 @@ class MessageSocket final : private MessageHandler {
     const Winsock winsock_;
     const MessageWindow window_;
     // The number of the messages of what is under way: those of earlier sockets may still come.
-    UINT message_ = WM_APP;
+    UINT message_ = kListening + 1;
     SocketState state_ = SocketState::Closed;
     SocketHandle socket_;
+    // Stays while a connection that it brought lasts, and while an event is handled.
+    SocketHandle listener_;
+    u_short listenerPort_ = 0;
+    bool somebodyWaits_ = false;  // at listener_
+    bool handling_ = false;
     SocketHandle requested_;
-    sockaddr_in requester_{};
     long request_ = 0;
-    sockaddr_in peer_{};
+    sockaddr_in peer_{};  // of an accepted connection, found when asked for
     bool accepted_ = false;
-    DWORD begun_ = 0;  // the tick count at the first byte
-    bool timing_ = false;
+    DWORD begun_ = 0;     // the tick count at the first byte
+    DWORD deadline_ = 0;  // the tick count at which what is waited for is given up
+    bool waiting_ = false;
+    bool ticking_ = false;  // The timer runs on between messages: starting it anew takes longer.
     std::string received_;
     std::string outgoing_;
     std::size_t gone_ = 0;  // how much of outgoing_ was sent

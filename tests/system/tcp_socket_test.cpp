@@ -83,6 +83,30 @@ TEST_F(SystemTcpSocket, SendsTheBytesOfTheCodePage) {
     EXPECT_EQ(receiver.log(), L"Mensagem:" + received + L":127.0.0.1:127.0.0.1 ");
 }
 
+TEST_F(SystemTcpSocket, ServesOneAfterTheOther) {
+    Endpoint receiver;
+    const LONG port = receiver.listen();
+    Plain silent(port);
+    ASSERT_TRUE(pump([&] { return receiver.state() == 7; }));
+    Plain second(port);
+    Plain third(port);
+    EXPECT_TRUE(second.connected && third.connected);
+    for (Plain* peer : {&second, &third}) peer->say("x"), peer->end();
+    pump([] { return false; }, 50);
+    EXPECT_EQ(receiver.log(), L"");
+    silent.end();
+    int messages = 0;
+    receiver.onEvent = [&] { ++messages; };
+    EXPECT_TRUE(pump([&] { return messages == 2; }));
+    receiver.log();
+    // Closed by whom it brings a message, it leaves nobody waiting.
+    receiver.onEvent = [&] { receiver.attach(nullptr); };
+    Plain last(port);
+    last.say("x"), last.end();
+    ASSERT_TRUE(pump([&] { return receiver.heard(); }));
+    EXPECT_FALSE(Plain(port).connected);
+}
+
 TEST_F(SystemTcpSocket, LeavesFromItsLocalPortAgainAndAgain) {
     Endpoint receiver;
     Endpoint sender;

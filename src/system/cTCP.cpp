@@ -148,6 +148,7 @@ void cTCP::accept(AttachedControl& control, std::span<VARIANT> arguments) {
 }
 
 void cTCP::receive(AttachedControl& control) {
+    if (std::exchange(receiving_, true)) return;  // the message was told of; this is beyond its end
     serving_ = false;
     reporting([&](AttachedControl&) {
         const std::wstring data = control.receive();
@@ -155,6 +156,7 @@ void cTCP::receive(AttachedControl& control) {
         fireMessage(std::wstring_view(data).substr(filter_.size()), control.remoteHost(),
                     control.remoteAddress());
     });
+    receiving_ = false;
     listenAgain(control);
 }
 

@@ -49,7 +49,8 @@ class cTCP final : public Object<cTCP, _cTCP> {
     std::wstring filter_;
     std::wstring pending_;
     VARIANT_BOOL sent_ = VARIANT_FALSE;
-    bool serving_ = false;  // a connection was accepted, and no message came on it yet
+    bool receiving_ = false;  // Mensagem is being told
+    bool serving_ = false;    // a connection was accepted, and no message came on it yet
 };
 
 }  // namespace vela

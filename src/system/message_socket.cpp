@@ -23,6 +23,7 @@ const wchar_t* describe(int code) {
     switch (code) {
         case WSAEACCES: return L"Permission denied";
         case WSAEMSGSIZE: return L"The message is too long";
+        case WSAENOBUFS: return L"Not enough memory";
         case WSAEADDRINUSE: return L"Address in use";
         case WSAEADDRNOTAVAIL: return L"Address is not available";
         case WSAENETDOWN: return L"The network is down";
@@ -66,6 +67,13 @@ SocketHandle newSocket() {
 void bindTo(const SocketHandle& socket, u_short port) {
     const sockaddr_in place = endpoint(INADDR_ANY, port);
     require(bind(socket.get(), general(place), sizeof place));
+}
+
+SocketHandle newListener(u_short port) {
+    SocketHandle socket = newSocket();
+    bindTo(socket, port);
+    require(::listen(socket.get(), SOMAXCONN));
+    return socket;
 }
 
 // A host name on its way to becoming an address, which goes to the window as a message.
@@ -155,18 +163,20 @@ void MessageSocket::close() {
 
 void MessageSocket::listen() {
     reset(SocketState::Closed);
-    if (!listener_ || listenerPort_ != localPort) openListener();
+    const bool kept = listener_ && listenerPort_ == localPort;
+    SocketHandle listener = kept ? std::move(listener_) : newListener(localPort);
+    if (!kept || somebodyWaits_) {
+        require(WSAAsyncSelect(listener.get(), window_.get(), kListening, FD_ACCEPT));
+    }
+    somebodyWaits_ = false;
+    listener_ = std::move(listener);
     state_ = SocketState::Listening;
     if (localPort == 0) localPort = boundPort();
     listenerPort_ = localPort;
-    if (std::exchange(somebodyWaits_, false)) {
-        PostMessageW(window_.get(), kListening, listener_.get(), FD_ACCEPT);
-    }
 }
 
 void MessageSocket::connect() {
     close();
-    listener_.reset();  // the connection may leave from its port
     if (remoteHost.empty()) raiseSocketError(WSAEADDRNOTAVAIL);
     peer_ = endpoint(0, remotePort);
     if (InetPtonW(AF_INET, remoteHost.c_str(), &peer_.sin_addr) == 1) return connectToPeer();
@@ -200,7 +210,11 @@ bool MessageSocket::handle(UINT message, WPARAM first, LPARAM second) {
     if (message != WM_TIMER && message < WM_APP) return false;
     const ComPtr<IUnknown> alive = &owner_;
     const bool nested = std::exchange(handling_, true);
-    quietly([&] { dispatch(message, first, second); });
+    try {
+        dispatch(message, first, second);
+    } catch (...) {  // short of memory: a message must not lose a part
+        quietly([&] { fail(WSAENOBUFS); });
+    }
     handling_ = nested;
     dropUnusedListener();
     return true;
@@ -210,8 +224,7 @@ void MessageSocket::dispatch(UINT message, WPARAM first, LPARAM second) {
     if (message == WM_TIMER) {
         tick();
     } else if (message == kListening) {
-        if (state_ == SocketState::Listening) request();
-        else somebodyWaits_ = true;
+        requested(WSAGETSELECTERROR(second));
     } else if (message != message_) {
         return;
     } else if (state_ == SocketState::ResolvingHost) {
@@ -224,7 +237,7 @@ void MessageSocket::dispatch(UINT message, WPARAM first, LPARAM second) {
 void MessageSocket::happened(int event, int error) {
     if (error) return fail(error);
     switch (event) {
-        case FD_READ: return receive();
+        case FD_READ: return receive(false);
         case FD_CLOSE: return peerEnded();
         case FD_WRITE: return sendRest();
         case FD_CONNECT: return connected();
@@ -252,14 +265,19 @@ void MessageSocket::resolved(ULONG address, int error) {
     }
 }
 
-void MessageSocket::request() {
+void MessageSocket::requested(int error) {
+    if (state_ != SocketState::Listening) {
+        somebodyWaits_ = true;
+        return;
+    }
+    if (error) return fail(error);
     requested_ = SocketHandle(::accept(listener_.get(), nullptr, nullptr));
     if (!requested_) return;  // who asked has gone again
     events_.requested(++request_);
     requested_.reset();
 }
 
-void MessageSocket::receive() {
+void MessageSocket::receive(bool toTheEnd) {
     if (state_ != SocketState::Connected) return;
     if (received_.empty()) begun_ = GetTickCount();
     std::array<char, kPiece> piece;
@@ -272,7 +290,7 @@ void MessageSocket::receive() {
         }
         received_.append(piece.data(), static_cast<std::size_t>(count));
         if (received_.size() > limits_.largest) return fail(WSAEMSGSIZE);
-    } while (count == static_cast<int>(piece.size()));
+    } while (count == static_cast<int>(piece.size()) || (toTheEnd && count > 0));
     if (received_.empty()) return;
     if (GetTickCount() - begun_ > limits_.longest) return fail(WSAETIMEDOUT);
     waitFor(limits_.pause);
@@ -307,7 +325,7 @@ void MessageSocket::peerEnded() {
     const UINT current = message_;
     u_long left = 0;
     ioctlsocket(socket_.get(), FIONREAD, &left);
-    if (left > 0) receive();
+    if (left > 0) receive(true);
     if (message_ != current) return;
     // Not every platform tells a reset from an end in good order, after which there still is a
     // peer.
@@ -342,16 +360,6 @@ void MessageSocket::fail(int code) {
 }
 
 // ---- sockets -----------------------------------------------------------------------------------
-
-void MessageSocket::openListener() {
-    listener_.reset();
-    somebodyWaits_ = false;
-    SocketHandle socket = newSocket();
-    bindTo(socket, localPort);
-    require(::listen(socket.get(), SOMAXCONN));
-    require(WSAAsyncSelect(socket.get(), window_.get(), kListening, FD_ACCEPT));
-    listener_ = std::move(socket);
-}
 
 void MessageSocket::dropUnusedListener() {
     if (!handling_ && !accepted_ && state_ != SocketState::Listening) listener_.reset();

@@ -128,8 +128,8 @@ class MessageSocket final : private MessageHandler {
     void dispatch(UINT message, WPARAM first, LPARAM second);
     void happened(int event, int error);
     void resolved(ULONG address, int error);
-    void request();
-    void receive();
+    void requested(int error);
+    void receive(bool toTheEnd);
     void connected();
     void sendRest();
     void waitForRoom();
@@ -141,7 +141,6 @@ class MessageSocket final : private MessageHandler {
 
     const sockaddr_in& peer();
     bool findPeer();
-    void openListener();
     void dropUnusedListener();
     void watch(SocketHandle socket, SocketState state, long events);
     int startConnecting(u_short port);
@@ -162,7 +161,7 @@ class MessageSocket final : private MessageHandler {
     // Stays while a connection that it brought lasts, and while an event is handled.
     SocketHandle listener_;
     u_short listenerPort_ = 0;
-    bool somebodyWaits_ = false;  // at listener_
+    bool somebodyWaits_ = false;  // at listener_, and was not told of again
     bool handling_ = false;
     SocketHandle requested_;
     long request_ = 0;

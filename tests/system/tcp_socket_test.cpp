@@ -98,13 +98,39 @@ TEST_F(SystemTcpSocket, ServesOneAfterTheOther) {
     int messages = 0;
     receiver.onEvent = [&] { ++messages; };
     EXPECT_TRUE(pump([&] { return messages == 2; }));
-    receiver.log();
-    // Closed by whom it brings a message, it leaves nobody waiting.
-    receiver.onEvent = [&] { receiver.attach(nullptr); };
-    Plain last(port);
-    last.say("x"), last.end();
+    EXPECT_EQ(receiver.log(), L"Mensagem:x:127.0.0.1:127.0.0.1 Mensagem:x:127.0.0.1:127.0.0.1 ");
+}
+
+TEST_F(SystemTcpSocket, FreesItsPortWhenAnEventEndsWithoutListening) {
+    const auto socket = make<Socket>();
+    Endpoint receiver;
+    receiver.attach(socket.Get());
+    const LONG port = receiver.listen();
+    receiver.onEvent = [&] {
+        receiver.attach(nullptr);
+        EXPECT_EQ(socket->Close(), S_OK);
+    };
+    Plain peer(port);
+    peer.say("x"), peer.end();
     ASSERT_TRUE(pump([&] { return receiver.heard(); }));
     EXPECT_FALSE(Plain(port).connected);
+}
+
+// A peer keeps its side open and says more while a handler of its message waits for somebody.
+TEST_F(SystemTcpSocket, LeavesAHandlerWithANestedLoopAlone) {
+    Endpoint receiver;
+    const LONG port = receiver.listen();
+    Plain talker(port);
+    talker.say("one");
+    bool first = true;
+    receiver.onEvent = [&] {
+        if (!std::exchange(first, false)) return;
+        talker.say("two");
+        pump([] { return false; }, 600);
+        EXPECT_EQ(receiver.state(), 7);
+    };
+    ASSERT_TRUE(pump([&] { return receiver.state() == 2 && receiver.heard(); }));
+    EXPECT_EQ(receiver.log(), L"Mensagem:one:127.0.0.1:127.0.0.1 ");
 }
 
 TEST_F(SystemTcpSocket, LeavesFromItsLocalPortAgainAndAgain) {
@@ -171,7 +197,6 @@ TEST_F(SystemTcpSocket, OutlivesWhateverAPeerDoes) {
         SCOPED_TRACE(c.name);
         Plain peer(port);
         ASSERT_TRUE(peer.connected);
-        // Accepted: another one could not connect now.
         ASSERT_TRUE(pump([&] { return receiver.state() != 2 || receiver.heard(); }));
         c.act(peer);
         ASSERT_TRUE(pump([&] { return receiver.state() == 2; }));

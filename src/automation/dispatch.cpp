@@ -24,7 +24,8 @@ unsigned hashOf(std::wstring_view name) {
     return hash ^ (hash >> 15);
 }
 
-bool isEmptyObject(const VARIANT& value) {
+// What engines pass for no object: JScript's null and undefined are among it.
+bool isNoObject(const VARIANT& value) {
     return value.vt == VT_EMPTY || value.vt == VT_NULL || isMissing(value);
 }
 
@@ -107,7 +108,8 @@ const Member* MemberTable::find(DISPID id, WORD flags, const DISPPARAMS& call) c
         return runs ? nullptr : read;
     }
     // Languages without a separate assignment of objects put them by value.
-    const bool object = call.cArgs > 0 && holdsObject(call.rgvarg[0]);
+    const bool object = call.cArgs > 0 && (holdsObject(call.rgvarg[0]) ||
+                                           (!found->write && isNoObject(call.rgvarg[0])));
     const bool reference = !(flags & DISPATCH_PROPERTYPUT) ||
                            (object && ((flags & DISPATCH_PROPERTYPUTREF) || !found->write));
     return reference ? found->writeReference : found->write;
@@ -281,7 +283,7 @@ void ValueRef<VT_VARIANT, VARIANT>::store(Arguments& arguments, std::size_t inde
 HRESULT objectOf(VARIANT* source, IUnknown** object) {
     *object = nullptr;
     if (source->vt == (VT_BYREF | VT_VARIANT)) source = source->pvarVal;
-    if (isEmptyObject(*source)) return source->vt == VT_NULL ? DISP_E_TYPEMISMATCH : S_OK;
+    if (isNoObject(*source)) return S_OK;
     if (!holdsObject(*source)) return DISP_E_TYPEMISMATCH;
     *object = source->vt & VT_BYREF ? *source->ppunkVal : source->punkVal;
     if (*object) (*object)->AddRef();

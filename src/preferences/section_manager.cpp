@@ -21,6 +21,7 @@ void registerSection(UPManager& manager, const SectionKind& kind, const std::wst
                      bool keep) {
     const ComPtr<_IUPSection> existing = keep ? manager.section(kind.id) : nullptr;
     if (existing && isKeptIn(existing.Get(), source)) return;
+    if (existing && manager.loaded()) manager.save();  // what is new in it belongs to the old store
     const ComPtr<_IUPSection> section = makeSection(kind);
     checkRecorded(section->putref_DataSourceManager(make<UPDataSourceXML>(source).Get()));
     manager.add(section);

@@ -13,7 +13,8 @@ namespace vela {
 
 // Registers a section of `kind`, kept in the document `source`, with `manager`. A section that is
 // there already stays, with what it has loaded and changed, if `keep` says so and it is kept in the
-// same document; otherwise the new one takes its place.
+// same document; otherwise the new one takes its place, and a running manager saves the old one
+// first if `keep` says so.
 void registerSection(UPManager& manager, const SectionKind& kind, const std::wstring& source,
                      bool keep);
 

@@ -1,45 +1,60 @@
-' A program that forgets StopUPM finds its values saved after its process ended, by its last
-' line, by an error, or still holding on to everything.
+' A program that forgets StopUPM finds its values saved after its process ended: by its last line, by
+' an error, or still holding on to everything. Run with a folder and such an ending, this script is
+' that program.
 Option Explicit
 
-Dim files, folder, shell
+Dim files, folder, ending, preferences, own, kept
 Set files = CreateObject("Scripting.FileSystemObject")
-Set shell = CreateObject("WScript.Shell")
-folder = files.BuildPath(files.GetSpecialFolder(2).Path, files.GetTempName())
-files.CreateFolder folder
-On Error Resume Next
-Main
-Report
-WScript.Echo "forgotten_stop.vbs: passed"
-
-Sub Main()
-    Dim program, ending
-    program = files.GetParentFolderName(WScript.ScriptFullName) & "\parts\forgotten_stop.vbs"
+If WScript.Arguments.Count = 2 Then
+    folder = WScript.Arguments(0)
+    Forget WScript.Arguments(1)
+Else
+    folder = files.BuildPath(files.GetSpecialFolder(2).Path, files.GetTempName())
+    files.CreateFolder folder
     For Each ending In Array("last line", "error", "holding on")
-        shell.Run "cscript //nologo """ & program & """ """ & folder & """ """ & ending & """", 0, _
-            True
-        CheckSaved "shared.up2.xml", ending
-        CheckSaved "own.up2.xml", ending
+        CreateObject("WScript.Shell").Run "cscript //nologo """ & WScript.ScriptFullName & """ """ & _
+            folder & """ """ & ending & """", 0, True
+        CheckSaved "shared"
+        CheckSaved "own"
     Next
-End Sub
-
-Sub CheckSaved(name, ending)
-    Dim stream, text
-    Set stream = files.OpenTextFile(files.BuildPath(folder, name))
-    text = stream.ReadAll
-    stream.Close
-    files.DeleteFile files.BuildPath(folder, name), True
-    If InStr(text, "value=""" & ending & """") = 0 Then
-        Err.Raise 17, "check", name & " has not what a program saved that ended by " & ending
-    End If
-End Sub
-
-Sub Report()
-    Dim number, description
-    number = Err.Number
-    description = Err.Description
     files.DeleteFolder folder, True
-    If number = 0 Then Exit Sub
-    WScript.Echo "forgotten_stop.vbs: " & number & " " & description
+    WScript.Echo "forgotten_stop.vbs: passed"
+End If
+
+Sub Forget(ending)
+    Set preferences = CreateObject("VelaUtil10.Preferences").MyPreferences
+    SaveValue preferences, "shared", ending
+    Set own = preferences.NewPreferences()
+    SaveValue own, "own", ending
+    If ending = "error" Then Err.Raise 17
+    If ending = "holding on" Then
+        ' A circle of references, which nobody ever lets go of.
+        Set kept = CreateObject("VelaUtil10.Collection")
+        kept.Add kept
+        kept.Add preferences
+        kept.Add own
+    End If
+    Set preferences = Nothing
+End Sub
+
+Sub SaveValue(preferences, name, value)
+    preferences.ActiveDataSources.LocalSource = folder & "\" & name & ".up1.xml"
+    preferences.ActiveDataSources.SharedSource = folder & "\" & name & ".up2.xml"
+    preferences.StartUPM "sales", "ana"
+    preferences.Values.SaveValue "ending", "general", value
+End Sub
+
+Sub CheckSaved(name)
+    Dim stream, text
+    name = folder & "\" & name & ".up2.xml"
+    If files.FileExists(name) Then
+        Set stream = files.OpenTextFile(name)
+        text = stream.ReadAll
+        stream.Close
+        files.DeleteFile name, True
+    End If
+    If InStr(text, "value=""" & ending & """") > 0 Then Exit Sub
+    WScript.Echo "forgotten_stop.vbs: " & name & " lacks what was saved at " & ending
+    files.DeleteFolder folder, True
     WScript.Quit 1
 End Sub

@@ -1,13 +1,6 @@
 ' Lists that come back in the caller's variable, declared types, and the errors a script catches.
 Option Explicit
 
-Dim failure
-failure = ""
-
-Sub Check(what, given, wanted)
-    If failure = "" And given <> wanted Then failure = what & " is '" & given & "', not '" & wanted & "'"
-End Sub
-
 Class Article
     Public Code
     Public Created
@@ -29,35 +22,28 @@ item.Active = False
 item.SerializableProperties = "@Code,/Created,/Sold,/Broken,@Active"
 
 Check "a given list", serializer.Serialize(item, "Item", "@Code"), "<Item code=""12""/>"
-list = ""
 xml = serializer.Serialize(item, "Item", list)
 Check "an article", xml, "<Item code=""12"" active=""False""><Created>15-11-2026</Created><Sold/></Item>"
-Check "the list", list, item.SerializableProperties
-
-Dim unset
-xml = serializer.Serialize(item, "Item", unset)
-Check "the list in a variable without a value", unset, item.SerializableProperties
+Check "the list in a variable without a value", list, item.SerializableProperties
 
 item.SerializableProperties = "/Code,/Created"
-list = Empty
-Check "reading", serializer.DeSerialize(item, "<Item><Created>16-11-2026</Created><Code>7</Code></Item>", list), False
+list = ""
+xml = "<Item><Created>16-11-2026</Created><Code>7</Code></Item>"
+Check "reading", serializer.DeSerialize(item, xml, list), False
 Check "what was read", item.Code & " " & item.Created, "7 16-11-2026"
 Check "the list on reading", list, "/Code,/Created"
 
 On Error Resume Next
 xml = "kept"
 xml = serializer.Serialize(item, "Item", "@Code,@Price")
-Check "a missing member's error", Err.Number, 438
-Check "what is left", xml, "kept"
+Check "a missing member's error", Err.Number & xml, "438kept"
 Err.Clear
 xml = serializer.Serialize(Nothing, "Item", "@Code")
 Check "the error of nothing", Err.Number, 91
-Err.Clear
-On Error GoTo 0
+WScript.Echo "serializer.vbs: passed"
 
-If failure = "" Then
-    WScript.Echo "serializer.vbs: passed"
-Else
-    WScript.Echo "serializer.vbs: " & failure
+Sub Check(what, given, wanted)
+    If given = wanted Then Exit Sub
+    WScript.Echo "serializer.vbs: " & what & " is '" & given & "', not '" & wanted & "'"
     WScript.Quit 1
-End If
+End Sub

@@ -24,19 +24,23 @@ inline Variant arrayOf(const std::vector<Variant>& elements, LONG first = 0) {
     return array;
 }
 
-// An object with nothing but IDispatch, whose members are one function. Counts as a live object.
-class LateObject final : public IDispatch {
-  public:
-    LateObject() { InterlockedIncrement(&liveObjects); }
-    ~LateObject() { InterlockedDecrement(&liveObjects); }
+using Invoked = std::function<HRESULT(DISPID id, WORD flags, DISPPARAMS& call, VARIANT* result,
+                                      EXCEPINFO* exception)>;
 
+// An object whose members are one function; `Face` is IDispatch or derives from it. Counts as a
+// live object.
+template <class Face>
+class LateObjectOf : public Face {
+  public:
+    LateObjectOf() { InterlockedIncrement(&liveObjects); }
+    virtual ~LateObjectOf() { InterlockedDecrement(&liveObjects); }
+
+    IID face = IID_IDispatch;
     std::vector<const wchar_t*> names;  // numbered from 0
-    std::function<HRESULT(DISPID id, WORD flags, DISPPARAMS& call, VARIANT* result,
-                          EXCEPINFO* exception)>
-        invoked;
+    Invoked invoked;
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** result) override {
-        *result = id == IID_IUnknown || id == IID_IDispatch ? this : nullptr;
+        *result = id == IID_IUnknown || id == IID_IDispatch || id == face ? this : nullptr;
         if (*result) AddRef();
         return *result ? S_OK : E_NOINTERFACE;
     }
@@ -63,5 +67,18 @@ class LateObject final : public IDispatch {
   private:
     ULONG references_ = 1;
 };
+using LateObject = LateObjectOf<IDispatch>;  // nothing but IDispatch
+
+// Connects `heard` to an object's events, until the object dies.
+inline void listen(IUnknown* source, const IID& events, Invoked heard) {
+    ComPtr<IConnectionPointContainer> container;
+    ComPtr<IConnectionPoint> point;
+    const auto sink = adopted(new LateObject);
+    sink->invoked = std::move(heard);
+    DWORD cookie = 0;
+    ASSERT_EQ(source->QueryInterface(IID_PPV_ARGS(&container)), S_OK);
+    ASSERT_EQ(container->FindConnectionPoint(events, &point), S_OK);
+    ASSERT_EQ(point->Advise(sink.Get(), &cookie), S_OK);
+}
 
 }  // namespace vela::test

@@ -20,9 +20,10 @@ TEST(FilesCompressedFile, GoesToTheDiskAndBack) {
         int number;
     } const table[] = {
         {folder.path(L"none"), folder.path(L"new"), 53},
-        {folder.path(L"none\\none"), folder.path(L"new"), 53},
         {folder.path(L""), folder.path(L"new"), -1},
+        {L"NUL", folder.path(L"new"), -1},
         {plain, block, 58},
+        {plain, L"NUL", -1},
         {plain, folder.path(L"none\\new"), -1},
     };
     for (const auto& row : table) {

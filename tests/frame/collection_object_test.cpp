@@ -12,10 +12,6 @@ constexpr HRESULT runtime(int number) { return static_cast<HRESULT>(0x800A0000u 
 
 class FrameCollection : public test::NoObjectsLeft {
   protected:
-    void TearDown() override {
-        collection_.Reset();
-        NoObjectsLeft::TearDown();
-    }
     test::Called call(const wchar_t* name, const std::vector<Variant>& arguments = {}) {
         return test::call(collection_.Get(), name, {arguments.begin(), arguments.end()});
     }

@@ -8,6 +8,7 @@ namespace vela {
 namespace {
 
 using test::arg;
+using test::byReference;
 using test::Listener;
 using test::publish;
 using test::tagOf;
@@ -17,11 +18,6 @@ class NotificationsHub : public test::NoObjectsLeft {
     static void SetUpTestSuite() {
         sharedPulsar();
         sharedNotifications();
-    }
-    void TearDown() override {
-        hub_.Reset();
-        SetErrorInfo(0, nullptr);
-        NoObjectsLeft::TearDown();
     }
     short count() {
         short count = -1;
@@ -57,30 +53,27 @@ LONG idOf(_INotification* notification) {
 
 TEST_F(NotificationsHub, HoldsTheSystemNotificationsAtTheirPositions) {
     using Getter = HRESULT (STDMETHODCALLTYPE _Notifications::*)(_INotification**);
-    const std::tuple<Getter, LONG, const wchar_t*> expected[] = {
-        {&_Notifications::get_OnWelcome, 1, L"SYS:ON_WELCOME"},
-        {&_Notifications::get_OnGoodbye, 2, L"SYS:ON_GOODBYE"},
-        {&_Notifications::get_OnClosingApplication, 3, L"SYS:ON_CLOSING_APPLICATION"},
-        {&_Notifications::get_OnApplicationResize, 4, L"SYS:ON_APPLICATION_RESIZE"},
-        {&_Notifications::get_OnOpeningDatabase, 5, L"SYS:ON_OPENINGDATABASE"},
-        {&_Notifications::get_OnPulse, 6, L"SYS:ON_PULSE"}};
+    const std::pair<Getter, const wchar_t*> expected[] = {
+        {&_Notifications::get_OnWelcome, L"SYS:ON_WELCOME"},
+        {&_Notifications::get_OnGoodbye, L"SYS:ON_GOODBYE"},
+        {&_Notifications::get_OnClosingApplication, L"SYS:ON_CLOSING_APPLICATION"},
+        {&_Notifications::get_OnApplicationResize, L"SYS:ON_APPLICATION_RESIZE"},
+        {&_Notifications::get_OnOpeningDatabase, L"SYS:ON_OPENINGDATABASE"},
+        {&_Notifications::get_OnPulse, L"SYS:ON_PULSE"}};
     EXPECT_EQ(count(), 6);
-    for (const auto& [get, id, tag] : expected) {
-        ComPtr<_INotification> found;
+    ComPtr<_INotification> found;
+    for (LONG id = 1; id <= 6; ++id) {
+        const auto& [get, tag] = expected[id - 1];
         EXPECT_EQ((hub_.Get()->*get)(&found), S_OK);
         EXPECT_EQ(idOf(found.Get()), id);
         EXPECT_EQ(tagOf(found.Get()), tag);
-        EXPECT_EQ(hub_->at(id).Get(), found.Get());
-        EXPECT_EQ(byId(id).Get(), found.Get());
-        EXPECT_EQ(byTag(tag).Get(), found.Get());
+        for (const auto& same : {hub_->at(id), byId(id), byTag(tag)}) EXPECT_EQ(same, found);
     }
-    for (const short position : {short{0}, short{7}, short{-1}, short{32767}}) {
-        ComPtr<_INotification> none = byId(1);
-        EXPECT_EQ(hub_->get_Item(position, &none), S_OK);
-        EXPECT_FALSE(none);
+    for (const int position : {0, 7, -1, 32767}) {
+        EXPECT_EQ(hub_->get_Item(static_cast<short>(position), &found), S_OK);
+        EXPECT_FALSE(found) << position;
     }
     hub_->Remove(arg(1L));
-    ComPtr<_INotification> found;
     EXPECT_EQ(hub_->get_OnWelcome(&found), S_OK);
     EXPECT_EQ(tagOf(found.Get()), L"SYS:ON_GOODBYE");
 }
@@ -90,24 +83,27 @@ TEST_F(NotificationsHub, NumbersEveryPublication) {
     const LONG first = idOf(alpha.Get());
     EXPECT_GE(first, 1001);
     EXPECT_EQ(tagOf(alpha.Get()), L"MY:ALPHA");
-    EXPECT_EQ(byTag(L" my:alpha").Get(), alpha.Get());
+    EXPECT_EQ(byTag(L" my:alpha"), alpha);
     EXPECT_FALSE(byId(first));
     for (const wchar_t* refused : {L"ALPHA", L"SYS:ON_PULSE", L"", L"   ", L"M Y:X"}) {
         const test::Called called = test::call(hub_.Get(), L"Publish", {arg(Bstr(refused))});
         EXPECT_EQ(called.error, -1) << refused;
+        EXPECT_EQ(called.source, L"Notifications");
+        EXPECT_EQ(called.description,
+                  L"User defined notifications must have a Tag property started with 'MY:' (Ex: "
+                  L"MY:NOTIFICATION_01).");
     }
     // The caller's own is left with the identity that it was given, and replaced by the one held.
-    const auto own = make<Notification>();
-    _INotification* given = ComPtr<_INotification>(own).Detach();
+    const ComPtr<_INotification> own = make<Notification>();
+    _INotification* given = ComPtr(own).Detach();
     ComPtr<_INotification> published;
     EXPECT_EQ(hub_->Publish(Bstr(L"my:ALPHA").get(), &given, &published), S_OK);
-    EXPECT_EQ(adopted(given).Get(), alpha.Get());
-    EXPECT_EQ(published.Get(), alpha.Get());
+    EXPECT_EQ(adopted(given), alpha);
+    EXPECT_EQ(published, alpha);
     EXPECT_EQ(idOf(own.Get()), first + 6);
     EXPECT_EQ(count(), 7);
     const std::wstring large = L"MY:" + std::wstring(1'000'000, L'x');
-    const auto longest = publish(hub_.Get(), large.c_str());
-    EXPECT_EQ(byTag(large.c_str()).Get(), longest.Get());
+    EXPECT_EQ(byTag(large.c_str()), publish(hub_.Get(), large.c_str()));
 }
 
 Variant asUnknown(IUnknown* object) {
@@ -118,32 +114,28 @@ Variant asUnknown(IUnknown* object) {
 
 TEST_F(NotificationsHub, RemovesByPositionTagAndSystemObjectOnly) {
     const auto mine = publish(hub_.Get(), L"MY:B");
-    struct Case {
+    const std::wstring resize = L"SYS:ON_APPLICATION_RESIZE";
+    const struct {
         const char* what;
         Variant which;
         std::wstring gone;  // the tag that is no longer found
-    };
-    const Case cases[] = {
-        {"text of a tag", Variant(L" my:b"), L"MY:B"},
-        {"identifier", Variant(idOf(mine.Get())), L""},
-        {"identifier as text", Variant(std::to_wstring(idOf(mine.Get()))), L""},
-        {"published object", objectVariant(mine.Get()), L""},
-        {"system object", objectVariant(byId(4).Get()), L"SYS:ON_APPLICATION_RESIZE"},
-        {"system object, as IUnknown", asUnknown(byId(4).Get()), L"SYS:ON_APPLICATION_RESIZE"},
-        {"system tag", Variant(L"SYS:ON_PULSE"), L""},
-        {"position", Variant(7L), L"MY:B"},
-        {"position as text", Variant(L"5"), L"SYS:ON_OPENINGDATABASE"},
-        {"half a position, to even", converted(Variant(L"4.5"), VT_R8),
-         L"SYS:ON_APPLICATION_RESIZE"},
-        {"position 0", Variant(0L), L""},
-        {"negative", Variant(-40'000L), L""},
-        {"too far", Variant(1000L), L""},
-        {"missing", Variant::missing(), L""},
-        {"nothing", Variant(static_cast<IDispatch*>(nullptr)), L""},
-        {"an object without Id", objectVariant(sharedPulsar().Get()), L""},
-        {"an array", test::arrayOf({Variant(1L)}), L""}};
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.what);
+    } cases[] = {{"text of a tag", Variant(L" my:b"), L"MY:B"},
+                 {"identifier", Variant(idOf(mine.Get())), L""},
+                 {"published object", objectVariant(mine.Get()), L""},
+                 {"system object", objectVariant(byId(4).Get()), resize},
+                 {"system object, as IUnknown", asUnknown(byId(4).Get()), resize},
+                 {"system tag", Variant(L"SYS:ON_PULSE"), L""},
+                 {"position", Variant(7L), L"MY:B"},
+                 {"position as text", Variant(L"5"), L"SYS:ON_OPENINGDATABASE"},
+                 {"half a position, to even", Variant(arg(4.5)), resize},
+                 {"position 0", Variant(0L), L""},
+                 {"negative", Variant(-40'000L), L""},
+                 {"missing", Variant::missing(), L""},
+                 {"nothing", Variant(static_cast<IDispatch*>(nullptr)), L""},
+                 {"an object without Id", objectVariant(sharedPulsar().Get()), L""},
+                 {"an array", test::arrayOf({Variant(1L)}), L""}};
+    for (const auto& [what, which, gone] : cases) {
+        SCOPED_TRACE(what);
         hub_ = make<Notifications>();
         publish(hub_.Get(), L"MY:B");
         std::wstring announced;
@@ -152,43 +144,32 @@ TEST_F(NotificationsHub, RemovesByPositionTagAndSystemObjectOnly) {
             return E_FAIL;  // suppressed
         });
         test::subscribe(byId(2).Get(), listener.Get());
-        EXPECT_EQ(hub_->Remove(c.which), S_OK);
-        EXPECT_EQ(announced, c.gone);
-        EXPECT_EQ(count(), c.gone.empty() ? 7 : 6);
-        EXPECT_TRUE(c.gone.empty() || !byTag(c.gone.c_str()));
+        EXPECT_EQ(hub_->Remove(which), S_OK);
+        EXPECT_EQ(announced, gone);
+        EXPECT_EQ(count(), gone.empty() ? 7 : 6);
+        EXPECT_TRUE(gone.empty() || !byTag(gone.c_str()));
     }
 }
 
-// A notification of a caller's class, which removes itself when it is asked for its tag.
-class Vanishing final : public Object<Vanishing, _INotification> {
-  public:
-    explicit Vanishing(Notifications& hub) : hub_(hub) {}
-    HRESULT STDMETHODCALLTYPE get_Id(LONG* result) override { return give(result, 2000L); }
-    HRESULT STDMETHODCALLTYPE put_Id(LONG) override { return S_OK; }
-    HRESULT STDMETHODCALLTYPE put_Tag(BSTR) override { return S_OK; }
-    HRESULT STDMETHODCALLTYPE get_Tag(BSTR* result) override {
-        hub_.Remove(arg(7L));
-        return give(result, std::wstring(L"MY:VANISHING"));
-    }
-    HRESULT STDMETHODCALLTYPE get_Subscribers(_Subscribers** result) override {
-        return answer(result, [] { return ComPtr<_Subscribers>(); });
-    }
-    HRESULT STDMETHODCALLTYPE Notify(VARIANT*, _INotificationSubscriber**,
-                                     VARIANT_BOOL* result) override {
-        return give(result, VARIANT_TRUE);
-    }
-
-  private:
-    Notifications& hub_;
-};
-
 TEST_F(NotificationsHub, OutlivesNotificationsThatRemoveThemselves) {
     const LONG before = liveObjects;
-    _INotification* given = make<Vanishing>(*hub_.Get()).Detach();
-    ComPtr<_INotification> published;
-    EXPECT_EQ(hub_->Publish(Bstr(L"MY:VANISHING").get(), &given, &published), S_OK);
-    adopted(given).Reset();
-    published.Reset();
+    auto script = adopted(new test::LateObject);
+    script->names = {L"Id", L"Tag", L"Subscribers", L"Notify"};
+    script->invoked = [&](DISPID id, WORD flags, DISPPARAMS&, VARIANT* result, EXCEPINFO*) {
+        if (flags == DISPATCH_PROPERTYPUT) return S_OK;
+        if (id == 0) *result = Variant(2000L).release();
+        if (id == 1) {
+            hub_->Remove(arg(7L));
+            *result = Variant(L"MY:VANISHING").release();
+        }
+        return S_OK;
+    };
+    Variant given(script.Get());
+    script.Reset();
+    EXPECT_EQ(test::call(hub_.Get(), L"Publish", {Variant(L"MY:V"), byReference(given)}).outcome,
+              S_OK);
+    given = Variant();
+    EXPECT_EQ(count(), 7);
     EXPECT_TRUE(byTag(L"MY:VANISHING"));
     EXPECT_EQ(liveObjects, before);
     EXPECT_FALSE(byTag(L"MY:VANISHING"));
@@ -272,28 +253,30 @@ TEST_F(NotificationsHub, PassesAnErrorOutOfTheHandshake) {
 TEST_F(NotificationsHub, RefusesWhatIsNoSubscriber) {
     constexpr auto kInvalid = static_cast<HRESULT>(0x800A0005);
     constexpr auto kMismatch = static_cast<HRESULT>(0x800A000D);
+    const auto stranger = adopted(new test::LateObject);
+    const auto third = byId(3);
+    const auto list = test::subscribersOf(third.Get());
     EXPECT_EQ(welcome(nullptr), kInvalid);
     EXPECT_EQ(goodbye(nullptr), kInvalid);
     EXPECT_EQ(hub_->Welcome(nullptr), kInvalid);
-    const auto stranger = adopted(new test::LateObject);
-    const auto list = test::subscribersOf(byId(3).Get());
-    EXPECT_EQ(test::call(hub_.Get(), L"Welcome", {arg(stranger.Get())}).error, kMismatch);
-    EXPECT_EQ(test::call(hub_.Get(), L"Goodbye", {arg(stranger.Get())}).error, kMismatch);
-    EXPECT_EQ(test::call(list.Get(), L"Add", {arg(stranger.Get())}).error, kMismatch);
-    EXPECT_EQ(test::call(byId(3).Get(), L"Notify", {arg(1L), arg(stranger.Get())}).error,
-              kMismatch);
-    EXPECT_EQ(test::call(list.Get(), L"Add", {arg(3L)}).outcome, DISP_E_TYPEMISMATCH);
     EXPECT_EQ(list->Add(nullptr), kInvalid);
-    EXPECT_EQ(test::countOf(byId(3).Get()), 0);
-    for (Variant which : {Variant(1L), Variant(L"x"), Variant(), objectVariant(stranger.Get())}) {
+    for (const wchar_t* member : {L"Welcome", L"Goodbye"}) {
+        EXPECT_EQ(test::call(hub_.Get(), member, {arg(stranger.Get())}).error, kMismatch);
+    }
+    EXPECT_EQ(test::call(list.Get(), L"Add", {arg(stranger.Get())}).error, kMismatch);
+    EXPECT_EQ(test::call(third.Get(), L"Notify", {arg(1L), arg(stranger.Get())}).error, kMismatch);
+    EXPECT_EQ(test::call(list.Get(), L"Add", {arg(3L)}).outcome, DISP_E_TYPEMISMATCH);
+
+    const auto listener = make<Listener>([](auto, auto) { return S_OK; });
+    test::subscribe(third.Get(), listener.Get());
+    for (Variant which : {Variant(0L), Variant(L"x"), Variant(), Variant(stranger.Get())}) {
         EXPECT_EQ(list->Remove(&which), S_OK);
     }
     EXPECT_EQ(list->Remove(nullptr), S_OK);
-    const auto listener = make<Listener>([](auto, auto) { return S_OK; });
+    EXPECT_EQ(test::countOf(third.Get()), 1);
     Variant unknown = asUnknown(static_cast<IDispatch*>(listener.Get()));
-    test::subscribe(byId(3).Get(), listener.Get());
     EXPECT_EQ(list->Remove(&unknown), S_OK);
-    EXPECT_EQ(test::countOf(byId(3).Get()), 0);
+    EXPECT_EQ(test::countOf(third.Get()), 0);
     ComPtr<_INotificationSubscriber> none;
     EXPECT_EQ(list->get_Item(-1, &none), S_OK);
     EXPECT_FALSE(none);

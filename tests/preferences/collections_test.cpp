@@ -1,3 +1,4 @@
+#include "automation/late_bound.h"
 #include "preferences/UPSections.h"
 #include "preferences/preferences_support.h"
 
@@ -18,15 +19,11 @@ class PreferencesCollections : public NoObjectsLeft {
     }
 };
 
-TEST_F(PreferencesCollections, FindItemsTrimmedInAnyCase) {
-    const auto section = sectionWith(kUISection, L"MAIN", L"FORMS");
-    EXPECT_TRUE(has(section, L" main ", L"  Forms"));
-    EXPECT_FALSE(has(section, L"main\t", L"forms"));
-    EXPECT_FALSE(has(section, L"main", L""));
-}
-
 TEST_F(PreferencesCollections, AnAddedItemReplacesAndGoesToTheEnd) {
     const auto section = sectionWith(kKVSection, L"a", L"g", {{L"Value", L"1"}});
+    EXPECT_TRUE(has(section, L" a ", L"  g"));
+    EXPECT_FALSE(has(section, L"a\t", L"g"));
+    EXPECT_FALSE(has(section, L"a", L""));
     EXPECT_EQ(addItem(section.Get(), L"b", L"g", {{L"Value", L"2"}}), S_OK);
     EXPECT_EQ(addItem(section.Get(), L"A", L"G", {{L"Value", L"3"}}), S_OK);
     EXPECT_EQ(contents(section.Get()), L"B@G=2 A@G=3 ");
@@ -59,84 +56,53 @@ TEST_F(PreferencesCollections, OnlyAddAndRemoveMarkTheSection) {
     EXPECT_EQ(items->Remove(Bstr(L"a").get(), Bstr(L"g").get()), S_OK);
 }
 
-TEST_F(PreferencesCollections, RefuseWhatIsNoItem) {
+TEST_F(PreferencesCollections, TakeAnyObjectThatHasTheMembersOfAnItem) {
     const auto items = make<UPItems>();
-    ComPtr<IDispatch> nothing, noItem = asObject(make<UPItems>());
+    ComPtr<IDispatch> nothing, noItem = asObject(items);
     EXPECT_EQ(items->Add(nullptr, nullptr, nullptr), E_POINTER);
     EXPECT_EQ(items->Add(nothing.GetAddressOf(), nullptr, nullptr), kMismatch);
     EXPECT_TRUE(FAILED(items->Add(noItem.GetAddressOf(), Bstr(L"a").get(), nullptr)));
-    // A script's object that has the members is an item.
-    auto script = asObject(
-        scriptObject({{L"Id", str(L"x")}, {L"Group", str(L"")}, {L"SearchKey", str(L"x@G")}}));
-    EXPECT_EQ(items->Add(script.GetAddressOf(), nullptr, Bstr(L"G").get()), S_OK);
-    EXPECT_EQ(items->find(L"x", L"g").Get(), script.Get());
-}
-
-TEST_F(PreferencesCollections, SectionsAreTheirConstants) {
-    struct {
-        const SectionKind& kind;
-        const wchar_t *id, *description, *properties, *lastField;
-    } const table[] = {
-        {kPPSection, L"PP", L"Printer Preferences",
-         L"[printername][paperbin][papersize][orientation][copies]", L"PrinterName"},
-        {kUISection, L"UI", L"User Interface",
-         L"[screenwxh][width][height][left][top][windowstate][tag]", L"Tag"},
-        {kDPSection, L"DP", L"Default Path", L"[path][file][ext]", L"Ext"},
-        {kKVSection, L"KV", L"Key Value", L"[key][value]", L"Value"},
-        {kRPSection, L"RP", L"Report Parameters", L"[view][field][mode][value]", L"View"},
+    const auto item = adopted(new LateObject);
+    item->names = {L"Id", L"Group", L"SearchKey"};
+    item->invoked = [](DISPID, WORD, DISPPARAMS&, VARIANT* result, EXCEPINFO*) {
+        if (result) *result = Variant(L"x@G").release();
+        return S_OK;
     };
-    for (const auto& row : table) {
-        const auto section = makeSection(row.kind);
-        EXPECT_EQ(section->put_Id(Bstr(L"x").get()), S_OK);
-        EXPECT_EQ(section->put_Description(Bstr(L"x").get()), S_OK);
-        EXPECT_EQ(textProperty(section.Get(), &_IUPSection::get_Id), row.id);
-        EXPECT_EQ(textProperty(section.Get(), &_IUPSection::get_Description), row.description);
-        EXPECT_EQ(textProperty(section.Get(), &_IUPSection::get_Properties), row.properties);
-        EXPECT_TRUE(saved(section));
-        EXPECT_EQ(itemsOf(section.Get()).Get(), itemsOf(section.Get()).Get());
-        const auto item = got<ComPtr<IDispatch>>(section.Get(), &_IUPSection::CreateItem);
-        EXPECT_EQ(shown(item.Get(), row.lastField), L"");
-    }
-}
-
-TEST_F(PreferencesCollections, SectionsAreFoundByIdThenByPosition) {
-    const auto sections = make<UPSections>();
-    const auto add = [&](ComPtr<_IUPSection> section) {
-        EXPECT_EQ(sections->Add(section.GetAddressOf()), S_OK);
-    };
-    const auto at = [&](const Variant& index) {
-        return got<ComPtr<_IUPSection>>(sections.Get(), &_UPSections::get_section, index);
-    };
-    const auto values = makeSection(kKVSection), paths = makeSection(kDPSection),
-               newer = makeSection(kKVSection);
-    add(values);
-    add(paths);
-    EXPECT_EQ(at(str(L" kv ")).Get(), values.Get());
-    EXPECT_EQ(at(Variant(2L)).Get(), paths.Get());
-    for (const Variant& index : {Variant(0L), Variant(-1L), Variant(3L), str(L"UI"), Variant(),
-                                 Variant(asObject(values).Get())}) {
-        EXPECT_FALSE(at(index)) << index.vt;
-    }
-    add(newer);
-    add(nullptr);
-    EXPECT_EQ(got<short>(sections.Get(), &_UPSections::get_Count), 2);
-    EXPECT_EQ(at(Variant(2L)).Get(), newer.Get());
-    EXPECT_EQ(sections->Remove(str(L"none")), S_OK);
-    EXPECT_EQ(sections->Remove(Variant(1L)), S_OK);
-    EXPECT_EQ(got<short>(sections.Get(), &_UPSections::get_Count), 1);
-    EXPECT_EQ(at(Variant(1L)).Get(), newer.Get());
+    ComPtr<IDispatch> object = item;
+    EXPECT_EQ(items->Add(object.GetAddressOf(), nullptr, Bstr(L"G").get()), S_OK);
+    EXPECT_EQ(items->find(L"x", L"g").Get(), object.Get());
 }
 
 class ForeignSection final : public SectionMembers<ForeignSection, _IUPSection> {
     using SectionMembers::SectionMembers;
 };
 
-TEST_F(PreferencesCollections, ASectionOfTheCallersOwnIsMarkedAndReleased) {
+TEST_F(PreferencesCollections, SectionsAreFoundByIdThenByPosition) {
     const auto sections = make<UPSections>();
-    ComPtr<_IUPSection> section = make<ForeignSection>(kKVSection);
-    EXPECT_EQ(sections->Add(section.GetAddressOf()), S_OK);
-    EXPECT_EQ(addItem(section.Get(), L"a", L"g"), S_OK);
-    EXPECT_FALSE(saved(section));
+    const auto at = [&](const Variant& index) {
+        return got<ComPtr<_IUPSection>>(sections.Get(), &_UPSections::get_section, index);
+    };
+    const ComPtr<_IUPSection> values = makeSection(kKVSection), paths = makeSection(kDPSection),
+                              newer = make<ForeignSection>(kKVSection);
+    for (ComPtr<_IUPSection> section : {values, paths}) sections->Add(section.GetAddressOf());
+    EXPECT_TRUE(saved(values));
+    EXPECT_EQ(values->put_Id(Bstr(L"x").get()), S_OK);  // without effect
+    EXPECT_EQ(at(str(L" kv ")).Get(), values.Get());
+    EXPECT_EQ(at(Variant(2L)).Get(), paths.Get());
+    for (const Variant& index : {Variant(0L), Variant(-1L), Variant(3L), str(L"UI"), Variant(),
+                                 Variant(asObject(values).Get())}) {
+        EXPECT_FALSE(at(index)) << index.vt;
+    }
+    for (ComPtr<_IUPSection> section : {newer, {}}) sections->Add(section.GetAddressOf());
+    EXPECT_EQ(got<short>(sections.Get(), &_UPSections::get_Count), 2);
+    EXPECT_EQ(at(Variant(2L)).Get(), newer.Get());
+    // A section of the caller's own is marked, too, and released in the end.
+    EXPECT_EQ(addItem(newer.Get(), L"a", L"g"), S_OK);
+    EXPECT_FALSE(saved(newer));
+    EXPECT_EQ(sections->Remove(str(L"none")), S_OK);
+    EXPECT_EQ(sections->Remove(Variant(1L)), S_OK);
+    EXPECT_EQ(got<short>(sections.Get(), &_UPSections::get_Count), 1);
+    EXPECT_EQ(at(Variant(1L)).Get(), newer.Get());
 }
 
 }  // namespace

@@ -1,9 +1,6 @@
-// Sections, items and callers' objects for the tests of preferences.
+// Sections and items for the tests of preferences.
 #pragma once
 
-#include <functional>
-#include <map>
-#include <set>
 #include <sstream>
 
 #include "automation/enumerator.h"
@@ -26,12 +23,6 @@ inline std::wstring shown(IDispatch* object, const wchar_t* property) {
 
 inline Variant str(std::wstring_view text) { return Variant(text); }
 
-inline ComPtr<_UPItems> itemsOf(_IUPSection* section) {
-    ComPtr<_UPItems> items;
-    EXPECT_EQ(section->get_Items(&items), S_OK);
-    return items;
-}
-
 // What a member gives through its last parameter.
 template <class Result, class Object, class Member, class... Arguments>
 Result got(Object* object, Member member, Arguments... arguments) {
@@ -41,10 +32,11 @@ Result got(Object* object, Member member, Arguments... arguments) {
 }
 template <class Object, class Member, class... Arguments>
 bool yes(Object* object, Member member, Arguments... arguments) {
-    VARIANT_BOOL result = 99;
-    EXPECT_EQ((object->*member)(arguments..., &result), S_OK);
-    EXPECT_NE(result, 99);
-    return isTrue(result);
+    return isTrue(got<VARIANT_BOOL>(object, member, arguments...));
+}
+
+inline ComPtr<_UPItems> itemsOf(_IUPSection* section) {
+    return got<ComPtr<_UPItems>>(section, &_IUPSection::get_Items);
 }
 
 using Fields = std::vector<std::pair<const wchar_t*, std::wstring>>;
@@ -77,85 +69,6 @@ inline std::wstring contents(_IUPSection* section, const std::wstring& fields = 
         return true;
     });
     return result;
-}
-
-// A document as this library writes it.
-inline std::string document(const std::string& applications) {
-    return "<?xml version=\"1.0\" encoding=\"windows-1252\"?>\r\n<UserPreferences version=\"1\">" +
-           applications + "</UserPreferences>\r\n";
-}
-// Without the line breaks and indents that some parsers write between elements.
-inline std::string compact(std::string xml) {
-    for (std::size_t at = 0; (at = xml.find(">\r\n", at)) != xml.npos; ++at) {
-        const auto next = xml.find_first_not_of("\r\n\t ", at + 1);
-        if (next != xml.npos && xml[next] == '<') xml.erase(at + 1, next - at - 1);
-    }
-    return xml;
-}
-inline std::string ofAna(const std::string& sections) {
-    return "<App id=\"SALES\"><App_User id=\"ANA\">" + sections + "</App_User></App>";
-}
-
-// An object as a script makes one: named properties, and no interface but IDispatch.
-class ScriptObject final : public IDispatch {
-  public:
-    using Values = std::map<std::wstring, Variant>;
-    explicit ScriptObject(Values values) : values_(std::move(values)) {
-        InterlockedIncrement(&liveObjects);
-    }
-    ~ScriptObject() { InterlockedDecrement(&liveObjects); }
-
-    std::wstring text(const wchar_t* name) { return textOf(values_.at(name)); }
-    void set(const wchar_t* name, long value) { values_[name] = Variant(value); }
-    std::set<std::wstring> refused;  // properties that cannot be set
-    std::vector<std::wstring> sets;  // every property set, in order
-    std::function<void()> whenRead;  // run before a property is read
-    ComPtr<ITypeInfo> type;
-
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** result) override {
-        *result = id == IID_IUnknown || id == IID_IDispatch ? this : nullptr;
-        if (*result) AddRef();
-        return *result ? S_OK : E_NOINTERFACE;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
-    ULONG STDMETHODCALLTYPE Release() override {
-        const ULONG left = --references_;
-        return left == 0 ? (delete this, 0) : left;
-    }
-    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
-        *count = type ? 1 : 0;
-        return S_OK;
-    }
-    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo** info) override {
-        return type ? type.CopyTo(info) : E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* names, UINT, LCID,
-                                            DISPID* ids) override {
-        DISPID id = 1;
-        for (const auto& entry : values_) {
-            if (_wcsicmp(entry.first.c_str(), names[0]) == 0) return *ids = id, S_OK;
-            ++id;
-        }
-        return *ids = DISPID_UNKNOWN, DISP_E_UNKNOWNNAME;
-    }
-    HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* call,
-                                     VARIANT* result, EXCEPINFO*, UINT*) override {
-        auto& [name, value] = *std::next(values_.begin(), id - 1);
-        if ((flags & DISPATCH_PROPERTYGET) && whenRead) whenRead();
-        if (flags & DISPATCH_PROPERTYGET) return result ? VariantCopy(result, &value) : S_OK;
-        if (refused.count(name)) return DISP_E_MEMBERNOTFOUND;
-        sets.push_back(name);
-        value = Variant(call->rgvarg[0]);
-        return S_OK;
-    }
-
-  private:
-    Values values_;
-    ULONG references_ = 1;
-};
-
-inline ComPtr<ScriptObject> scriptObject(ScriptObject::Values values) {
-    return adopted(new ScriptObject(std::move(values)));
 }
 
 }  // namespace vela::test

@@ -19,14 +19,10 @@ std::wstring read(std::wstring_view text) {
 }
 
 TEST(SerializationSwitchString, IsReadFromLeftToRight) {
-    const struct {
-        std::wstring text;
-        std::wstring switches;
-    } table[] = {
+    const std::pair<std::wstring, std::wstring> table[] = {
         {L"", L""},
         {L"prog user=ana", L""},
         {L"prog /user=ana /log", L"1|user=ana|user|ana\n2|log|log|\n"},
-        {L"/", L"1|||\n"},
         {L"/a//b", L"1|a|a|\n2|||\n3|b|b|\n"},
         {L"/path=c:/data", L"1|path=c:|path|c:\n2|data|data|\n"},
         {L"  /  x = 1  ", L"1|x = 1|x | 1\n"},

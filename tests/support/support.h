@@ -59,10 +59,14 @@ class TemporaryFolder {
 std::string readFile(const std::wstring& path);  // empty when there is none
 void writeFile(const std::wstring& path, std::string_view content);
 
-// Fails a test that leaves objects of this program's copy of the library behind.
+// Fails a test that leaves objects of this program's copy of the library behind, once the members
+// of its fixture are gone.
 class NoObjectsLeft : public ::testing::Test {
   protected:
-    void TearDown() override { EXPECT_EQ(liveObjects, before_); }
+    ~NoObjectsLeft() override {
+        SetErrorInfo(0, nullptr);
+        EXPECT_EQ(liveObjects, before_);
+    }
 
   private:
     const LONG before_ = liveObjects;

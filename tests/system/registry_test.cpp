@@ -15,11 +15,7 @@ using test::byReference;
 class SystemRegistry : public test::NoObjectsLeft {
   protected:
     void SetUp() override { addKey(L""); }
-    void TearDown() override {
-        RegDeleteTreeW(HKEY_CURRENT_USER, kKey);
-        registry_.Reset();
-        NoObjectsLeft::TearDown();
-    }
+    void TearDown() override { RegDeleteTreeW(HKEY_CURRENT_USER, kKey); }
 
     static HKEY openKey(const std::wstring& below) {
         HKEY key = nullptr;

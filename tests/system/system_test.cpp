@@ -19,10 +19,6 @@ using test::byReference;
 
 class SystemSysUtil : public test::NoObjectsLeft {
   protected:
-    void TearDown() override {
-        sys_.Reset();
-        NoObjectsLeft::TearDown();
-    }
     // The result as text, or "error".
     std::wstring call(const wchar_t* name, std::vector<VARIANT> arguments = {}) {
         const test::Called called = test::call(sys_.Get(), name, std::move(arguments));

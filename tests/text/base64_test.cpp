@@ -5,26 +5,10 @@
 namespace vela {
 namespace {
 
-TEST(TextBase64, AgreesWithTheStandard) {
-    struct {
-        const char *bytes, *text;
-    } const table[] = {
-        {"", ""},
-        {"f", "Zg=="},
-        {"fo", "Zm8="},
-        {"foo", "Zm9v"},
-        {"foob", "Zm9vYg=="},
-        {"fooba", "Zm9vYmE="},
-        {"foobar", "Zm9vYmFy"},
-        {"\xFB\xEF\xBE\xFF\xFF\xFF", "++++////"},
-    };
-    for (const auto& row : table) {
-        EXPECT_EQ(toBase64(row.bytes), row.text);
-        EXPECT_EQ(fromBase64(row.text), row.bytes) << row.text;
-    }
-}
-
-TEST(TextBase64, KeepsEveryByte) {
+TEST(TextBase64, WritesEveryByteInTheStandardAlphabet) {
+    EXPECT_EQ(toBase64("f"), "Zg==");
+    EXPECT_EQ(toBase64("fo"), "Zm8=");
+    EXPECT_EQ(toBase64("foobar\xFB\xEF\xBE\xFF\xFF\xFF"), "Zm9vYmFy++++////");
     std::string bytes;
     for (int i = 0; i < 1000; ++i) {
         const std::string text = toBase64(bytes);
@@ -35,25 +19,20 @@ TEST(TextBase64, KeepsEveryByte) {
 }
 
 TEST(TextBase64, ReadsWhateverItIsGiven) {
-    struct {
-        const char *text, *bytes;
-    } const table[] = {
-        {"Zm9v\r\nYmFy\r\n", "foobar"},                       // lines
+    const std::pair<const char*, const char*> table[] = {
         {"Z\rm\n9 v\tYm Fy", "foobar"},                       // blanks within groups
         {"Zm9vYg", "foob"},                                   // no padding
         {"Zg==Zm8=Zm9v", "ffofoo"},                           // one after the other
         {"Zg=Zm9v", "ffoo"},                                  // padding too short
-        {"Zm9v====Zm9v", "foofoo"},                           // and too long
-        {"=Zm9v", "foo"},                                     //
-        {"Zm9vY", "foo"},                                     // a symbol alone
-        {"Zm9vY=Zm9v", "foofoo"},                             //
+        {"=Zm9v====Zm9v", "foofoo"},                          // and too long
+        {"Zm9vY=Zm9v", "foofoo"},                             // a symbol alone
         {"Zm9vZh==", "foof"},                                 // bits beyond the byte
         {"Zm-_9v", "foo"},                                    // the other alphabet is foreign
         {"Zm\xE7\x80\xFF=", "f"},                             // and so is any other byte
         {"Zm9vYmFyZm9vYmFyZm9v!YmFy", "foobarfoobarfoobar"},  // groups go on behind it
         {"= = =\r\n", ""},
     };
-    for (const auto& row : table) EXPECT_EQ(fromBase64(row.text), row.bytes) << row.text;
+    for (const auto& [text, bytes] : table) EXPECT_EQ(fromBase64(text), bytes) << text;
 }
 
 }  // namespace

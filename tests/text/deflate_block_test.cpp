@@ -17,6 +17,8 @@ constexpr std::string_view kBlock(
     "\x4f\xb4\x56\xf0\x21\x41\xd4\x39\x3f\x2f\x39\x35\xf3\xf9\xe3\x7c\x85\xbc\x5d\x0a\xa6"
     "\x00\x43\xa8\x1b\xe2\x00\x00\x00\x00\x00\x38\x30\x00\x00\x00\x00\x00\x00\x00\x00\x00",
     63);
+constexpr std::size_t kTrailer = 16;
+const std::string kStream(kBlock.substr(0, kBlock.size() - kTrailer));
 
 std::string random(std::size_t size) {
     std::mt19937 generator(7);
@@ -25,22 +27,10 @@ std::string random(std::size_t size) {
     return bytes;
 }
 
-std::string compressed(std::string_view bytes, int level = kBestLevel) {
+std::string compressed(std::string_view bytes, int level, bool withTrailer = true) {
     std::string block;
-    EXPECT_FALSE(compressBlock(bytes, block, level));
+    EXPECT_FALSE(compressBlock(bytes, block, level, withTrailer));
     return block;
-}
-
-std::string streamOf(std::string_view bytes) {
-    std::string stream;
-    EXPECT_FALSE(compressBlock(bytes, stream, kBestLevel, false));
-    return stream;
-}
-
-std::string trailer(std::string_view digits) {
-    std::string result(5, '\0');
-    result.append(digits).resize(16);
-    return result;
 }
 
 // The error that a block gives; checks that nothing is left behind then.
@@ -52,13 +42,18 @@ DeflateError failure(std::string_view block, std::optional<std::uint64_t> size =
 }
 
 TEST(TextDeflateBlock, IsTheSameOnEveryPlatform) {
-    EXPECT_EQ(compressed(kText), kBlock);
-    EXPECT_EQ(streamOf(kText), kBlock.substr(0, kBlock.size() - 16));
+    EXPECT_EQ(compressed(kText, kBestLevel), kBlock);
+    EXPECT_EQ(compressed(kText, kBestLevel, false), kStream);
+    EXPECT_EQ(compressed(kText, 0).substr(0, 3), "\x78\x01\x01");
+    for (const int level : {-1, 0, 1, 9}) EXPECT_EQ(effectiveLevel(level), level);
+    for (const int level : {-2, 2, 10}) EXPECT_EQ(effectiveLevel(level), 9);
+    EXPECT_EQ(compressionRoom(500), 516u);
+    EXPECT_EQ(compressionRoom(2500), 2518u);
     std::string_view source = kBlock;
     std::string bytes;
     EXPECT_FALSE(decompressBlock(source, bytes));
     EXPECT_EQ(bytes, kText);
-    EXPECT_EQ(source, streamOf(kText));
+    EXPECT_EQ(source, kStream);
 }
 
 TEST(TextDeflateBlock, KeepsEverySizeAtEveryLevel) {
@@ -75,60 +70,46 @@ TEST(TextDeflateBlock, KeepsEverySizeAtEveryLevel) {
     }
 }
 
-TEST(TextDeflateBlock, RoundsLevelsAndRoomByItsOwnRules) {
-    for (const int level : {-1, 0, 1, 9}) EXPECT_EQ(effectiveLevel(level), level);
-    for (const int level : {-2, 2, 6, 8, 10}) EXPECT_EQ(effectiveLevel(level), 9);
-    EXPECT_EQ(compressed(kText, 0).substr(0, 3), "\x78\x01\x01");
-    constexpr std::pair<std::uint64_t, std::uint64_t> kRooms[] = {
-        {1, 16}, {499, 514}, {500, 516}, {501, 517}, {1500, 1516}, {2500, 2518}, {2501, 2519}};
-    for (const auto& [size, room] : kRooms) EXPECT_EQ(compressionRoom(size), room) << size;
-}
-
 TEST(TextDeflateBlock, ReadsTheTrailerUpToItsFirstZero) {
-    const std::string stream = streamOf(kText);
-    for (const std::string_view digits :
-         {std::string_view("80"), std::string_view("00000000080"), std::string_view("80\0rest", 7),
-          std::string_view("1000")}) {
-        EXPECT_EQ(failure(stream + trailer(digits)).number, 0) << digits;
-    }
-    for (const char* digits : {"", "x", "80x", "x80", "8 0", " 80", "80 ", "-1", "+80", "1e1",
-                               "&H50", "80.", "4294967376", "99999999999"}) {
-        EXPECT_EQ(failure(stream + trailer(digits)).number, 99) << digits;
+    const auto outcome = [](std::string_view digits) {
+        std::string block = kStream + std::string(5, '\0');
+        block.append(digits).resize(kBlock.size());
+        return failure(block).number;
+    };
+    for (const char* digits : {"80", "00000000080", "1000"})
+        EXPECT_EQ(outcome(digits), 0) << digits;
+    EXPECT_EQ(outcome({"80\0rest", 7}), 0);
+    for (const char* digits : {"", "80x", "x80", " 80", "80 ", "-1", "+80", "&H50", "4294967376"}) {
+        EXPECT_EQ(outcome(digits), 99) << digits;
     }
     for (std::size_t i = 0; i < 5; ++i) {
         std::string block(kBlock);
-        block[block.size() - 16 + i] = '0';
+        block[kStream.size() + i] = '0';
         EXPECT_EQ(failure(block).number, 99) << i;
     }
 }
 
 TEST(TextDeflateBlock, ReportsWhatIsWrong) {
-    const std::string stream = streamOf(kText);
-    std::string damaged = stream;
-    damaged[stream.size() / 2] ^= 0x20;
-    const struct {
-        std::string stream;
-        std::uint64_t size;
-        int number;
-    } table[] = {
-        {stream, 80, 0},
-        {stream, 1'000'000'000'000, 0},
-        {stream, 79, -5},
-        {stream, 0, -5},
-        {streamOf("a"), 0, -5},
+    constexpr std::uint64_t kHuge = 1'000'000'000'000;
+    std::string damaged = kStream;
+    damaged[kStream.size() / 2] ^= 0x20;
+    const std::tuple<std::string, std::uint64_t, int> table[] = {
+        {kStream, kHuge, 0},
+        {kStream, 79, -5},
+        {compressed("a", kBestLevel, false), 0, -5},
         {std::string("\x78\xda\x03\0\0\0\0\x01", 8), 0, 0},  // no bytes, compressed
         {damaged, 80, -3},
-        {stream.substr(0, stream.size() - 1), 81, -3},
-        {"no stream", 1'000'000'000'000, -3},
+        {kStream.substr(0, kStream.size() - 1), 81, -3},
+        {"no stream", kHuge, -3},
     };
-    for (const auto& row : table) {
-        const DeflateError error = failure(row.stream, row.size);
-        EXPECT_EQ(error.number, row.number) << row.size;
+    for (const auto& [stream, size, number] : table) {
+        const DeflateError error = failure(stream, size);
+        EXPECT_EQ(error.number, number) << size;
         EXPECT_EQ(error.source, error ? L"ZCompressByteArray >> ZLIB.Uncompress()" : L"");
-        EXPECT_EQ(error.description, zlibMessage(row.number));
+        EXPECT_EQ(error.description, zlibMessage(number));
     }
-    for (const std::string& plain : {std::string("plain"), std::string(16, 'x')}) {
-        const DeflateError error = failure(plain);
+    for (const std::size_t size : {5, 16}) {
+        const DeflateError error = failure(std::string(size, 'x'));
         EXPECT_EQ(error.source, L"ZDecompressByteArray");
         EXPECT_EQ(error.description, L"Compressed file appears to be invalid or corrupted");
     }
@@ -137,7 +118,7 @@ TEST(TextDeflateBlock, ReportsWhatIsWrong) {
 }
 
 TEST(TextDeflateBlock, TakesMemoryForWhatThereIs) {
-    const std::string stream = streamOf(random(1'000));
+    const std::string stream = compressed(random(1'000), kBestLevel, false);
     std::string_view source = stream;
     std::string bytes;
     EXPECT_FALSE(decompressBlock(source, bytes, 90'000'000'000));

@@ -1,20 +1,18 @@
-// Every example in the documentation of the text members, run as a script would run it.
-#include <cwctype>
+// Every example in the documentation of the text members, run as a script would run it, and of
+// amounts in words.
 #include <deque>
 #include <filesystem>
-#include <map>
+#include <regex>
 #include <set>
 #include <sstream>
 
 #include "automation/late_bound.h"
 #include "frame/built_library.h"
 #include "support/documents.h"
+#include "text/extenso.h"
 
-namespace vela {
+namespace vela::test {
 namespace {
-
-using test::arg;
-using test::arrayOf;
 
 std::wstring shown(const Variant& value) {
     if (value.vt == VT_BSTR) return L'"' + textOf(value) + L'"';
@@ -31,52 +29,76 @@ std::wstring shown(const Variant& value) {
 // Reads and runs a call such as Member("text", -1, 2.5, {"array"}, variable=True, Other("x")).
 class Example {
   public:
-    Example(IDispatch* object, std::wstring_view call) : object_(object), rest_(call) {}
+    // Adds the members that are called to `members`.
+    Example(IDispatch* object, const std::wstring& call, std::set<std::wstring>& members)
+        : object_(object), members_(members) {
+        static const std::wregex kToken(L"\"[^\"]*\"|[-.0-9]+|[A-Za-z0-9]+|[(){},=]");
+        for (std::wsregex_iterator at(call.begin(), call.end(), kToken), end; at != end; ++at) {
+            tokens_.push_back(at->str());
+        }
+    }
 
     // What the member returns, then what its variables hold afterwards.
     std::wstring outcome() {
         std::wstring variables;
-        const Variant result = call(word(), &variables);
-        std::wstring all = shown(result) + variables;
+        const std::wstring member = next();
+        EXPECT_TRUE(take(L"("));
+        const std::wstring all = shown(call(member, &variables)) + variables;
         return all.starts_with(L", ") ? all.substr(2) : all;
     }
-    const std::set<std::wstring>& members() const { return members_; }
 
   private:
-    bool take(wchar_t unit) {
-        while (rest_.starts_with(L' ')) rest_.remove_prefix(1);
-        const bool there = rest_.starts_with(unit);
-        if (there) rest_.remove_prefix(1);
+    std::wstring next() {
+        if (tokens_.empty()) return {};
+        std::wstring token = std::move(tokens_.front());
+        tokens_.pop_front();
+        return token;
+    }
+    bool take(const wchar_t* token) {
+        const bool there = !tokens_.empty() && tokens_.front() == token;
+        if (there) next();
         return there;
     }
-    void expect(wchar_t unit) {
-        EXPECT_TRUE(take(unit)) << std::wstring(1, unit) << " at " << std::wstring(rest_);
+
+    // What stands before `close`, variables with their names.
+    std::deque<std::pair<std::wstring, Variant>> valuesUpTo(const std::wstring& close) {
+        std::deque<std::pair<std::wstring, Variant>> values;
+        for (std::wstring token = next(); token != close && !token.empty(); token = next()) {
+            if (token == L",") token = next();
+            std::wstring name;
+            if (take(L"=")) name = std::exchange(token, next());
+            values.emplace_back(name, valueOf(token));
+        }
+        return values;
     }
-    std::wstring takeWhile(bool (*belongs)(wchar_t)) {
-        std::size_t length = 0;
-        while (length < rest_.size() && belongs(rest_[length])) ++length;
-        const std::wstring taken(rest_.substr(0, length));
-        rest_.remove_prefix(length);
-        return taken;
+
+    Variant valueOf(const std::wstring& token) {
+        Variant value;
+        if (token == L"Empty") return value;
+        value.vt = VT_NULL;
+        if (token == L"Null") return value;
+        if (token == L"True" || token == L"False") return Variant(arg(token == L"True"));
+        if (token.starts_with(L'"')) return Variant(token.substr(1, token.size() - 2));
+        if (token == L"{") return list();
+        if (take(L"(")) return call(token);
+        return token.find(L'.') == token.npos ? Variant(std::stol(token))
+                                              : Variant(arg(std::stod(token)));
     }
-    std::wstring word() {
-        take(L' ');
-        return takeWhile([](wchar_t unit) { return std::iswalnum(unit) != 0; });
+
+    Variant list() {
+        std::vector<Variant> elements;
+        for (auto& [name, value] : valuesUpTo(L"}")) elements.push_back(value);
+        return arrayOf(elements);
     }
 
     Variant call(const std::wstring& member, std::wstring* changed = nullptr) {
-        std::deque<std::pair<std::wstring, Variant>> given;
-        expect(L'(');
-        while (!take(L')') && !rest_.empty()) {
-            if (!given.empty()) expect(L',');
-            given.push_back(argument());
-        }
+        auto given = valuesUpTo(L")");
         std::vector<VARIANT> arguments;
         for (auto& [name, value] : given) {
-            arguments.push_back(name.empty() ? value : test::byReference(value));
+            arguments.push_back(name.empty() ? value : byReference(value));
         }
         members_.insert(member);
-        test::Called called = test::call(object_, member.c_str(), arguments);
+        Called called = test::call(object_, member.c_str(), arguments);
         EXPECT_EQ(called.outcome, S_OK) << called.description;
         for (const auto& [name, value] : given) {
             if (changed && !name.empty()) *changed += L", " + name + L" = " + shown(value);
@@ -84,88 +106,60 @@ class Example {
         return std::move(called.result);
     }
 
-    // With its name if it is a variable.
-    std::pair<std::wstring, Variant> argument() {
-        take(L' ');
-        if (rest_.empty() || !std::iswalpha(rest_.front())) return {L"", literal()};
-        std::wstring name = word();
-        if (!take(L'=')) return {L"", named(name)};
-        return {std::move(name), argument().second};
-    }
-
-    Variant named(const std::wstring& name) {
-        if (name == L"Empty") return Variant();
-        Variant value;
-        value.vt = VT_NULL;
-        if (name == L"Null") return value;
-        if (name == L"True" || name == L"False") return Variant(arg(name == L"True"));
-        return call(name);
-    }
-
-    Variant literal() {
-        if (take(L'"')) {
-            const std::wstring content = takeWhile([](wchar_t unit) { return unit != L'"'; });
-            expect(L'"');
-            return Variant(content);
-        }
-        if (take(L'{')) return list();
-        const std::wstring digits =
-            takeWhile([](wchar_t unit) { return std::wcschr(L"-.0123456789", unit) != nullptr; });
-        EXPECT_FALSE(digits.empty()) << std::wstring(rest_);
-        return digits.find(L'.') == digits.npos
-                   ? Variant(std::wcstol(digits.c_str(), nullptr, 10))
-                   : Variant(arg(std::wcstod(digits.c_str(), nullptr)));
-    }
-
-    Variant list() {
-        std::vector<Variant> elements;
-        while (!take(L'}') && !rest_.empty()) {
-            if (!elements.empty()) expect(L',');
-            elements.push_back(argument().second);
-        }
-        return arrayOf(elements);
-    }
-
     IDispatch* object_;
-    std::wstring_view rest_;
-    std::set<std::wstring> members_;
+    std::deque<std::wstring> tokens_;
+    std::set<std::wstring>& members_;
 };
-
-std::wstring wide(std::string_view utf8) {
-    std::wstring text(utf8.size(), L'\0');
-    text.resize(static_cast<std::size_t>(
-        MultiByteToWideChar(CP_UTF8, 0, utf8.data(), static_cast<int>(utf8.size()), text.data(),
-                            static_cast<int>(text.size()))));
-    return text;
-}
 
 // What stands between the backticks of a cell.
 std::wstring codeIn(const std::string& cell) {
-    return cell.size() < 2 ? L"" : wide(std::string_view(cell).substr(1, cell.size() - 2));
+    if (cell.size() < 2) return {};
+    return std::filesystem::path(std::u8string(cell.begin() + 1, cell.end() - 1)).wstring();
+}
+
+// The rows of a document's tables of examples, the first cell being code.
+std::vector<std::vector<std::string>> examplesIn(const char* document, const char* heading) {
+    std::istringstream page(readFile(std::filesystem::path(document).wstring()));
+    std::vector<std::vector<std::string>> rows;
+    bool inExamples = false;
+    for (std::string line; std::getline(page, line);) {
+        const auto cells = cellsOf(line);
+        if (cells.empty() || cells[0] == heading) inExamples = !cells.empty();
+        else if (inExamples && cells[0].starts_with('`')) rows.push_back(cells);
+    }
+    return rows;
 }
 
 TEST(TextExamples, GiveWhatTheDocumentationSaysForEveryMember) {
-    const ComPtr<IDispatch> util = test::create(L"VelaUtil10.TextUtil");
-    std::istringstream page(test::readFile(std::filesystem::path(VELA_DOCS "/text.md").wstring()));
+    const ComPtr<IDispatch> util = create(L"VelaUtil10.TextUtil");
     std::set<std::wstring> members;
-    bool inExamples = false;
-    for (std::string line; std::getline(page, line);) {
-        const auto cells = test::cellsOf(line);
-        if (cells.empty() || cells[0] == "Example") inExamples = !cells.empty();
-        if (!inExamples || !cells[0].starts_with('`')) continue;
-        const std::wstring call = codeIn(cells[0]);
-        SCOPED_TRACE(call);
-        Example example(util.Get(), call);
-        EXPECT_EQ(example.outcome(), codeIn(cells[1]));
-        members.insert(example.members().begin(), example.members().end());
+    for (const auto& cells : examplesIn(VELA_DOCS "/text.md", "Example")) {
+        SCOPED_TRACE(cells[0]);
+        EXPECT_EQ(Example(util.Get(), codeIn(cells[0]), members).outcome(), codeIn(cells[1]));
     }
     ComPtr<ITypeInfo> info;
     ASSERT_EQ(util->GetTypeInfo(0, 0, &info), S_OK);
     for (MEMBERID id = 1; id <= 36; ++id) {
-        const std::wstring name = test::nameOf(info.Get(), id);
+        const std::wstring name = nameOf(info.Get(), id);
         EXPECT_TRUE(members.count(name)) << name;
     }
 }
 
+// An amount as it is written, with up to four decimals.
+Currency amountOf(std::wstring text) {
+    text += text.find(L'.') == text.npos ? L".0000" : L"0000";
+    const std::size_t point = text.find(L'.');
+    return std::stoll(text.substr(0, point) + text.substr(point + 1, 4));
+}
+
+TEST(TextExamples, WriteAmountsInWordsAsTheDocumentationDoes) {
+    const auto rows = examplesIn(VELA_DOCS "/extenso.md", "`numero`");
+    EXPECT_GE(rows.size(), 50u);
+    for (const auto& cells : rows) {
+        EXPECT_EQ(inWords(amountOf(codeIn(cells[0])), codeIn(cells[1])), codeIn(cells[2]))
+            << cells[0];
+    }
+}
+
 }  // namespace
-}  // namespace vela
+}  // namespace vela::test

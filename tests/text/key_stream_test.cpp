@@ -6,21 +6,19 @@ namespace vela {
 namespace {
 
 // The cipher as it was first written down: one state per place of the key, one step per byte.
-std::string stepByStep(std::string bytes, const std::vector<unsigned>& key) {
-    std::vector<unsigned> state = key;
-    std::size_t place = 0;
-    for (char& byte : bytes) {
-        byte = static_cast<char>(static_cast<unsigned char>(byte) ^ state[place]);
-        state[place] = ((state[place] & 0xFF) + 17) % 256;
-        place = (place + 1) % state.size();
+std::string stepByStep(std::string bytes, std::wstring_view key) {
+    std::vector<unsigned> state(key.begin(), key.end());
+    for (std::size_t i = 0; i < bytes.size(); ++i) {
+        unsigned& place = state[i % state.size()];
+        bytes[i] = static_cast<char>(static_cast<unsigned char>(bytes[i]) ^ place);
+        place = ((place & 0xFF) + 17) % 256;
     }
     return bytes;
 }
 
 TEST(TextKeyStream, BeginsWithTheKeyAndAddsSeventeenEachPass) {
     const std::string zeros(8, '\0');
-    EXPECT_EQ(ciphered(zeros, L"AB"), "\x41\x42\x52\x53\x63\x64\x74\x75");
-    EXPECT_EQ(ciphered(zeros, L"aB"), ciphered(zeros, L"Ab"));
+    EXPECT_EQ(ciphered(zeros, L"aB"), "\x41\x42\x52\x53\x63\x64\x74\x75");
     EXPECT_EQ(ciphered("xyz", L"much longer than the text"), "\x35\x2c\x39");
     EXPECT_EQ(ciphered("\xE7", L"\xE7"), "\x20");
     EXPECT_EQ(ciphered(std::string(2, '\0'), L"\x20AC"), "\xAC\xBD");
@@ -30,20 +28,15 @@ TEST(TextKeyStream, BeginsWithTheKeyAndAddsSeventeenEachPass) {
 
 // Around the places where the stream repeats, and over keys of any length.
 TEST(TextKeyStream, IsTheSameAsStepByStep) {
-    for (const std::size_t length : {1, 2, 3, 20, 255, 256, 257, 1000}) {
+    for (const std::size_t length : {1, 2, 3, 255, 256, 257, 1000}) {
         std::wstring key;
-        std::vector<unsigned> units;
-        for (std::size_t i = 0; i < length; ++i) {
-            units.push_back('0' + static_cast<unsigned>(i * 7 % 11));
-            key.push_back(static_cast<wchar_t>(units.back()));
-        }
-        for (const std::size_t size :
-             {length - 1, length, length + 1, 255 * length, 256 * length - 1, 256 * length,
-              256 * length + 1, 520 * length + 3}) {
+        for (std::size_t i = 0; i < length; ++i) key += static_cast<wchar_t>(L'0' + i * 7 % 11);
+        for (const std::size_t size : {length - 1, length, length + 1, 256 * length - 1,
+                                       256 * length, 256 * length + 1, 520 * length + 3}) {
             std::string bytes(size, '\0');
             for (std::size_t i = 0; i < size; ++i) bytes[i] = static_cast<char>(i * i);
             const std::string hidden = ciphered(bytes, key);
-            EXPECT_TRUE(hidden == stepByStep(bytes, units)) << length << " " << size;
+            EXPECT_TRUE(hidden == stepByStep(bytes, key)) << length << " " << size;
             EXPECT_TRUE(ciphered(hidden, key) == bytes) << length << " " << size;
         }
     }

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstdint>
 #include <limits>
 
 #include "automation/runtime_error.h"
@@ -28,103 +29,46 @@ int raised(Body&& body) {
 }
 
 TEST(TextNumbers, RoundAmountsHalfAwayFromZero) {
-    struct {
-        Currency amount;
-        std::int16_t kind;
-        Currency expected;
-    } const table[] = {
-        {23450, 4, 23500},
-        {-23450, 4, -23500},
-        {25000, 2, 30000},
-        {150'000, 1, 200'000},
-        {149'000, 1, 100'000},
-        {500'000, 0, 1'000'000},
-        {-499'000, 0, 0},
-        {12345, 5, 12350},
-        {12345, 6, 12345},
-        {-12345, 9, -12345},
-        {12345, 100, 0},
-        {5'000'000, -1, 10'000'000},
-        {9'999'0000, -2, 10'000 * kCurrencyOne},
+    const std::tuple<Currency, std::int16_t, Currency> table[] = {
+        {500'000, 0, 1'000'000},       {49'995, 1, 100'000}, {25000, 2, 30000}, {49'994, 1, 0},
+        {150'000, 1, 200'000},         {-23450, 4, -23500},  {12345, 5, 12350}, {-499'000, 0, 0},
+        {99'990'000, -2, 100'000'000}, {-12345, 9, -12345},  {12345, 6, 12345}, {kLeast, 100, 0},
     };
-    for (const auto& row : table) {
-        EXPECT_EQ(rounded(row.amount, row.kind), row.expected) << row.amount << " " << row.kind;
+    for (const auto& [amount, kind, expected] : table) {
+        EXPECT_EQ(rounded(amount, kind), expected) << amount << " " << kind;
     }
 }
 
 TEST(TextNumbers, ReportAmountsThatDoNotFit) {
-    struct {
-        Currency amount;
-        std::int16_t kind;
-        int error;
-    } const table[] = {
-        {10'000, -3, 11}, {10'000, -32768, 11}, {10'000, 17, 6},     {10'000, 32767, 6},
-        {kMost, 4, 6},    {kLeast, 2, 6},       {kMost, 2, 6},       {kMost - 5'000, 2, 0},
-        {kLeast, 100, 0}, {0, -3, 11},          {kMost / 100, 4, 6},
+    const std::tuple<Currency, std::int16_t, int> table[] = {
+        {0, -3, 11},         {0, -32768, 11}, {10'000, 17, 6}, {10'000, 32767, 6},
+        {kMost / 100, 4, 6}, {kLeast, 2, 6},  {kMost, 2, 6},   {kMost - 5'000, 2, 0},
     };
-    for (const auto& row : table) {
-        EXPECT_EQ(raised([&] { rounded(row.amount, row.kind); }), row.error)
-            << row.amount << " " << row.kind;
-    }
-}
-
-TEST(TextNumbers, MultiplyAmountsExactly) {
-    struct {
-        Currency left, right, expected;
-    } const table[] = {
-        {15'000, 15'000, 22'500},
-        {1, 5'000, 0},
-        {3, 5'000, 2},
-        {1, 5'001, 1},
-        {kMost, 10'000, kMost},
-        {kLeast, 10'000, kLeast},
-        {10'000, kLeast, kLeast},
-        {kMost, 1, 922337203685478},
-        {3'037'000'499, 3'037'000'499, 922337203092625},
-    };
-    for (const auto& row : table) {
-        EXPECT_EQ(product(row.left, row.right), row.expected) << row.left << " " << row.right;
-    }
-    EXPECT_EQ(raised([] { product(kMost, 10'001); }), 6);
-    EXPECT_EQ(raised([] { product(kLeast, -10'000); }), 6);
-    EXPECT_EQ(currencyOf(0.00005), 0);
-    EXPECT_EQ(currencyOf(0.00025), 2);
-    EXPECT_EQ(currencyOf(-2.34565), -23456);
-    for (const double beyond : {922337203685477.6, -1e300, std::nan("")}) {
-        EXPECT_EQ(raised([&] { currencyOf(beyond); }), 6);
+    for (const auto& [amount, kind, error] : table) {
+        EXPECT_EQ(raised([&] { rounded(amount, kind); }), error) << amount << " " << kind;
     }
 }
 
 TEST(TextNumbers, WriteEveryDigitOfAnAmount) {
-    constexpr Currency kLargest = std::numeric_limits<Currency>::max();
-    EXPECT_EQ(pointText(0), L"0");
     EXPECT_EQ(pointText(120'000), L"12");
     EXPECT_EQ(pointText(-500), L"-0.05");
-    EXPECT_EQ(pointText(kLargest), L"922337203685477.5807");
-    EXPECT_EQ(pointText(-kLargest - 1), L"-922337203685477.5808");
+    EXPECT_EQ(pointText(kLeast), L"-922337203685477.5808");
 }
 
 TEST(TextNumbers, SplitNumbersAsCallersKnowIt) {
-    struct {
-        double value;
-        std::int32_t expected;
-    } const integers[] = {{2.7, 2}, {3.2, 3}, {-1.2, -2}, {3, 2},   {4, 4},
-                          {0, 0},   {1, 0},   {2, 2},     {-1, -2}, {2147483647.4, 2147483647}};
-    for (const auto& row : integers) EXPECT_EQ(integerPart(row.value), row.expected) << row.value;
+    const std::pair<double, std::int32_t> integers[] = {
+        {2.7, 2}, {-1.2, -2}, {3, 2}, {4, 4}, {0, 0}, {1, 0}, {-1, -2}, {2147483647.4, 2147483647}};
+    for (const auto& [value, part] : integers) EXPECT_EQ(integerPart(value), part) << value;
     for (const double beyond : {2147483649.0, -2147483649.0, std::nan(""), HUGE_VAL}) {
         EXPECT_EQ(raised([&] { integerPart(beyond); }), 6);
     }
-    struct {
-        double value;
-        std::int16_t decimals;
-        std::int32_t expected;
-    } const fractions[] = {
-        {12.345, 2, 35}, {-12.345, 2, -35}, {12.344, 2, 34}, {2.675, 2, 68}, {7, 3, 0},
-        {0.5, 1, 5},     {0.05, 1, 1},      {0.25, 1, 3},    {0.5, 0, 0},    {0.75, 0, 1},
-        {1.5, 0, 0},     {-0.75, 0, -1},    {0.999, 2, 100}, {1e300, 4, 0},
+    const std::tuple<double, std::int16_t, std::int32_t> fractions[] = {
+        {12.345, 2, 35}, {-12.345, 2, -35}, {12.344, 2, 34}, {2.675, 2, 68},
+        {0.75, 0, 1},    {0.05, 1, 1},      {0.25, 1, 3},    {0.5, 0, 0},
+        {-0.75, 0, -1},  {7, 3, 0},         {0.999, 2, 100}, {1e300, 4, 0},
     };
-    for (const auto& row : fractions) {
-        EXPECT_EQ(fractionAsWhole(row.value, row.decimals), row.expected) << row.value;
+    for (const auto& [value, decimals, part] : fractions) {
+        EXPECT_EQ(fractionAsWhole(value, decimals), part) << value;
     }
     EXPECT_EQ(raised([] { fractionAsWhole(0.5, -1); }), 5);
     EXPECT_EQ(raised([] { fractionAsWhole(0.5, 10); }), 6);
@@ -141,59 +85,36 @@ TEST(TextNumbers, TestTheBitsThatTheyKnow) {
 }
 
 TEST(TextNumbers, WriteAndReadOtherBases) {
-    struct {
-        std::int32_t value;
-        const wchar_t* text;
-    } const table[] = {{0, L"0"}, {35, L"Z"}, {36, L"10"}, {1295, L"ZZ"}, {2147483647, L"ZIK0ZJ"}};
-    for (const auto& row : table) {
-        EXPECT_EQ(toBase(row.value, 36), row.text);
-        EXPECT_EQ(fromBase(row.text, 36), row.value);
+    const std::pair<std::int32_t, const wchar_t*> table[] = {
+        {0, L"0"}, {35, L"Z"}, {36, L"10"}, {INT32_MAX, L"ZIK0ZJ"}};
+    for (const auto& [value, text] : table) {
+        EXPECT_EQ(toBase(value, 36), text);
+        EXPECT_EQ(fromBase(text, 36), value);
     }
     EXPECT_EQ(toBase(-5, 36), L"0");
-    EXPECT_EQ(toBase(10, 2), L"1010");
-    EXPECT_EQ(fromBase(L"zz", 36), 1295);
-    EXPECT_EQ(fromBase(L"", 36), 0);
-    EXPECT_EQ(fromBase(L"0000000000001", 36), 1);
-    struct {
-        const wchar_t* text;
-        int base, error;
-    } const failures[] = {
-        {L"-1", 36, 5},       {L"é", 36, 5},        {L" 1", 36, 5},     {L"2", 2, 5},
-        {L"", 1, 5},          {L"1", 37, 5},        {L"ZIK0ZK", 36, 6}, {L"ZIK0ZJ", 36, 0},
-        {L"zzzzzzz!", 36, 6}, {L"!zzzzzzz", 36, 5},
-    };
-    for (const auto& row : failures) {
-        EXPECT_EQ(raised([&] { fromBase(row.text, row.base); }), row.error) << row.text;
+    EXPECT_EQ(fromBase(L"00000000000zz", 36), 1295);
+    for (const wchar_t* bad : {L"-1", L"é", L" 1", L"@"}) {
+        EXPECT_EQ(raised([&] { fromBase(bad, 36); }), 5) << bad;
     }
-    EXPECT_EQ(raised([] { toBase(1, 1); }), 5);
+    for (const wchar_t* large : {L"ZIK0ZK", L"zzzzzzz!"}) {
+        EXPECT_EQ(raised([&] { fromBase(large, 36); }), 6) << large;
+    }
 }
 
 TEST(TextNumbers, ReadHexadecimalTextBySize) {
-    struct {
-        const wchar_t* text;
-        std::int32_t expected;
-    } const table[] = {
-        {L"FFFF", -1},
-        {L"10000", 65536},
-        {L"0FFFF", 65535},
-        {L"FFFFFFFF", -1},
-        {L"80000000", std::numeric_limits<int>::min()},
-        {L"000012345678", 0x12345678},
-        {L"", 0},
-        {L"1G", 1},
-        {L" FF", 0},
-        {L"FFFF&", -1},
+    const std::pair<const wchar_t*, std::int32_t> table[] = {
+        {L"000012345678", 0x12345678}, {L"10000", 65536}, {L"FFFF", -1}, {L"1G", 1},
+        {L"80000000", INT32_MIN},      {L"0FFFF", 65535}, {L" FF", 0},   {L"", 0},
     };
-    for (const auto& row : table) EXPECT_EQ(longFromHex(row.text), row.expected) << row.text;
+    for (const auto& [text, value] : table) EXPECT_EQ(longFromHex(text), value) << text;
     EXPECT_EQ(raised([] { longFromHex(L"100000000"); }), 6);
 }
 
 TEST(TextNumbers, TurnBytesIntoHexadecimalTextAndBack) {
-    const std::vector<std::uint8_t> bytes{0x00, 0x0A, 0xFF};
-    EXPECT_EQ(hexText(bytes), L"000AFF");
-    EXPECT_EQ(bytesFromHex(L"000aFf"), bytes);
-    EXPECT_EQ(bytesFromHex(L"FFA"), (std::vector<std::uint8_t>{0xFF, 0x0A}));
-    EXPECT_EQ(bytesFromHex(L"1GG1ZZ"), (std::vector<std::uint8_t>{1, 0, 0}));
+    using Bytes = std::vector<std::uint8_t>;
+    EXPECT_EQ(hexText(Bytes{0x00, 0x0A, 0xFF}), L"000AFF");
+    EXPECT_EQ(bytesFromHex(L"000aFfA"), (Bytes{0x00, 0x0A, 0xFF, 0x0A}));
+    EXPECT_EQ(bytesFromHex(L"1GG1ZZ"), (Bytes{1, 0, 0}));
     EXPECT_TRUE(bytesFromHex(L"").empty());
 }
 

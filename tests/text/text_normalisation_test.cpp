@@ -6,30 +6,21 @@ namespace vela {
 namespace {
 
 TEST(TextNormalisation, ReplacesWithoutLookingAtWhatItInserted) {
-    struct {
-        const wchar_t *text, *search, *replacement, *expected;
-    } const table[] = {
-        {L"aaa", L"a", L"aa", L"aaaaaa"}, {L"aaa", L"aa", L"b", L"ba"},
-        {L"abab", L"ab", L"", L""},       {L"abc", L"", L"x", L"abc"},
-        {L"", L"a", L"b", L""},           {L"O'Neil's", L"'", L"''", L"O''Neil''s"},
+    using Text = const wchar_t*;
+    const std::tuple<Text, Text, Text, Text> table[] = {
+        {L"aaa", L"a", L"aa", L"aaaaaa"}, {L"aaa", L"aa", L"b", L"ba"}, {L"abab", L"ab", L"", L""},
+        {L"''", L"'", L"''", L"''''"},    {L"abc", L"", L"x", L"abc"},  {L"", L"a", L"b", L""},
         {L"abc", L"abcd", L"x", L"abc"},
     };
-    for (const auto& row : table) {
-        EXPECT_EQ(replaceAll(row.text, row.search, row.replacement), row.expected) << row.text;
+    for (const auto& [text, search, replacement, result] : table) {
+        EXPECT_EQ(replaceAll(text, search, replacement), result) << text;
     }
 }
 
 TEST(TextNormalisation, TrimsSpacesOnlyAndUpperCases) {
-    EXPECT_EQ(normalisedIdentity(L"  ab c "), L"AB C");
+    EXPECT_EQ(normalisedIdentity(L"  ação ß "), L"AÇÃO ß");
     EXPECT_EQ(normalisedIdentity(L"\tab "), L"\tAB");
     EXPECT_EQ(normalisedIdentity(L"   "), L"");
-    EXPECT_EQ(normalisedIdentity(L"ação ß"), L"AÇÃO ß");
-}
-
-TEST(TextNormalisation, QuotesSqlText) {
-    EXPECT_EQ(sqlLiteral(L""), L"''");
-    EXPECT_EQ(sqlLiteral(L"O'Neil"), L"'O''Neil'");
-    EXPECT_EQ(sqlLiteral(L"''"), L"''''''");
 }
 
 TEST(TextNormalisation, FillsHighPlaceholdersFirst) {
@@ -42,12 +33,9 @@ TEST(TextNormalisation, FillsHighPlaceholdersFirst) {
 }
 
 TEST(TextNormalisation, RemovesAccentsAndKeepsTheLength) {
-    EXPECT_EQ(withoutAccents(L"Conceição nº 5"), L"Conceicao n   ");
     EXPECT_EQ(withoutAccents(L"ÁÀÃÂáàãâÉÈÊËéèêëÍÌÎíìîÓÒÕÔóòõôÚÙÛúùûÇç"),
               L"AAAAaaaaEEEEeeeeIIIiiiOOOOooooUUUuuuCc");
-    EXPECT_EQ(withoutAccents(L"Ä.ï-Öü,Ñ'z\tk"),
-              L" .     "
-              L"  z k");
+    EXPECT_EQ(withoutAccents(L"Ä.ï-Öü,Ñ'z\tk9"), L" .       z k ");
 }
 
 }  // namespace

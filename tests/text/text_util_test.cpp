@@ -1,78 +1,91 @@
 #include "text/TextUtil.h"
 
 #include "automation/late_bound.h"
+#include "text/ansi_bytes.h"
+#include "text/text_transforms.h"
 
 namespace vela::test {
 namespace {
 
-// As a script calls it: by name, with references to variants.
-class TextUtilMembers : public ::testing::Test {
-  protected:
-    std::wstring called(const wchar_t* name, std::vector<VARIANT> arguments) {
-        const Called called = call(util_.Get(), name, std::move(arguments));
-        EXPECT_EQ(called.outcome, S_OK) << called.description.c_str();
-        return textOf(called.result);
-    }
-    const ComPtr<IDispatch> util_ = create(L"VelaUtil10.TextUtil");
-};
-
-TEST_F(TextUtilMembers, RewriteAVariableInPlace) {
-    struct {
-        const wchar_t *name, *before, *after;
-        std::vector<std::wstring> more;
-    } const table[] = {
-        {L"MudaChar", L"a-b-c", L"a--b--c", {L"-", L"--"}},
-        {L"MudaChar", L"a-b", L"a-b", {L"", L"x"}},
-        {L"mudachar", L"", L"", {L"a", L"b"}},
-        {L"SubstituirAcentos", L"Conceição nº 5", L"Conceicao n   ", {}},
-        {L"SubstituirAcentos", L"", L"", {}},
-    };
-    for (const auto& row : table) {
-        Variant variable{std::wstring_view(row.before)};
-        std::vector<Bstr> texts;
-        std::vector<VARIANT> arguments{byReference(variable)};
-        for (const std::wstring& text : row.more) texts.emplace_back(std::wstring_view(text));
-        for (const Bstr& text : texts) arguments.push_back(arg(text));
-        called(row.name, arguments);
-        EXPECT_EQ(variable.vt, VT_BSTR);
-        EXPECT_EQ(textOf(variable), row.after) << row.name;
-    }
+// As a script calls them: by name.
+std::wstring called(const wchar_t* name, const std::vector<Variant>& arguments) {
+    const Called called = callWith(create(L"VelaUtil10.TextUtil").Get(), name, arguments);
+    EXPECT_EQ(called.outcome, S_OK) << name;
+    EXPECT_EQ(called.result.vt, VT_BSTR) << name;
+    return textOf(called.result);
+}
+template <class... Texts>
+std::wstring made(const wchar_t* name, const Texts&... texts) {
+    return called(name, {Variant(std::wstring_view(texts))...});
 }
 
-TEST_F(TextUtilMembers, LeaveWhatIsPassedByValueAlone) {
-    Variant variable(L"  ab c ");
-    EXPECT_EQ(called(L"UTrim", {byReference(variable)}), L"AB C");
-    EXPECT_EQ(textOf(variable), L"  ab c ");
-    const Bstr name(L"O'Neil"), text(L"é");
-    EXPECT_EQ(called(L"QueConteudoSql", {arg(name)}), L"'O''Neil'");
-    called(L"SubstituirAcentos", {arg(text)});
-    EXPECT_EQ(text.view(), L"é");
-}
+const std::wstring kText = L"Conceição nº 5, 100 €; " + std::wstring(50, L'-');
 
-TEST_F(TextUtilMembers, FillTemplatesFromAnyArrayOfVariants) {
-    const Variant seven(7L), text(L"@X1"), nothing;
-    struct {
-        Variant array;
-        const wchar_t* filled;
-    } table[] = {
-        {arrayOf({seven, text}, 0), L"7 7 @X3"},
-        {arrayOf({seven, text}, 1), L"@X1 7 @X1"},
-        {arrayOf({nothing, seven}, 0), L" 7 @X3"},
+TEST(TextUtilMembers, FillTemplatesFromAnyArrayOfVariants) {
+    const Variant form(L"@X1 @X2 @X3"), seven(7L);
+    std::pair<Variant, const wchar_t*> table[] = {
+        {arrayOf({seven, Variant(L"@X1")}, 1), L"@X1 7 @X1"},
+        {arrayOf({Variant(), seven}, 0), L" 7 @X3"},
         {arrayOf({}, 0), L"@X1 @X2 @X3"},
-        {arrayOf(std::vector<Variant>(10, seven), 0), L"7 7 7"},
     };
-    const Bstr form(L"@X1 @X2 @X3");
-    for (auto& row : table) {
-        Variant before(row.array);
-        EXPECT_EQ(called(L"PreparaTextoComVars", {arg(form), byReference(row.array)}), row.filled);
-        EXPECT_EQ(called(L"PreparaTextoComVars", {arg(form), before}), row.filled);
+    for (auto& [array, filled] : table) {
+        EXPECT_EQ(called(L"PreparaTextoComVars", {form, Variant(byReference(array))}), filled);
+        EXPECT_EQ(called(L"PreparaTextoComVars", {form, array}), filled);
     }
-    const Bstr ten(L"@X1@X10");
-    auto digits = arrayOf({Variant(1L), nothing, nothing, nothing, nothing, nothing, nothing,
-                           nothing, nothing, Variant(10L)});
-    EXPECT_EQ(called(L"PreparaTextoComVars", {arg(ten), byReference(digits)}), L"110");
-    const Called wrong = call(util_.Get(), L"PreparaTextoComVars", {arg(form), arg(form)});
-    EXPECT_EQ(wrong.outcome, DISP_E_TYPEMISMATCH);
+}
+
+TEST(TextUtilMembers, TurnEveryByteIntoOneCharacter) {
+    std::string bytes;
+    for (int i = 0; i < 256; ++i) bytes.push_back(static_cast<char>(i));
+    EXPECT_EQ(ansiText(bytes).size(), 256U);
+    EXPECT_EQ(ansiText(bytes).substr(0, 128), std::wstring(bytes.begin(), bytes.begin() + 128));
+    EXPECT_EQ(ansiBytes(ansiText(bytes)), bytes);
+    EXPECT_EQ(ansiBytes(L"\x0416 \xD83D\xDE00 \x0100"), "? ?? ?");
+}
+
+TEST(TextUtilMembers, TransformTextsByOneAnother) {
+    const std::wstring block = made(L"Compactar", kText);
+    EXPECT_LT(block.size(), kText.size());
+    EXPECT_EQ(made(L"Descompactar", block), kText);
+    EXPECT_EQ(made(L"Compactar64", kText), made(L"CodificarStr64", block));
+    EXPECT_EQ(made(L"Descompactar64", made(L"CodificarStr64", kText)), kText);
+    EXPECT_EQ(made(L"Encriptar", kText, L""), block);
+    EXPECT_EQ(made(L"Encriptar", kText), block);
+    EXPECT_EQ(made(L"Desencriptar", block), kText);
+    EXPECT_EQ(made(L"Encriptar", kText, L"ab"), cipheredText(block, L"AB"));
+    EXPECT_EQ(made(L"CodificarStr64", L"ç"), L"5w==");
+    EXPECT_EQ(made(L"DescodificarStr64", L"YW\r\nI\x0416"), L"ab");
+    const std::wstring large(3'000'000, L'ç');
+    EXPECT_EQ(made(L"Desencriptar", made(L"Encriptar", large, L"ção"), L"ÇÃO"), large);
+}
+
+TEST(TextUtilMembers, GiveBackWhatTheyCannotUndo) {
+    const std::wstring plain = L"\x0416 longer than a trailer";
+    EXPECT_EQ(made(L"Descompactar", plain), plain);
+    EXPECT_EQ(made(L"Desencriptar", plain, L""), plain);
+    const std::wstring hidden = made(L"Encriptar", kText, L"right");
+    EXPECT_EQ(made(L"Desencriptar", hidden, L"wrong"), cipheredText(hidden, L"wrong"));
+    EXPECT_EQ(made(L"Desencriptar", L"\x0416", L"a"), L"~");
+}
+
+TEST(TextUtilMembers, TakeNoTextForTheEmptyText) {
+    const auto util = createAs<_TextUtil>(L"VelaUtil10.TextUtil");
+    Bstr result;
+    EXPECT_EQ(util->Compactar64(nullptr, result.put()), S_OK);
+    EXPECT_EQ(util->Descompactar64(nullptr, result.put()), S_OK);
+    BSTR key = nullptr;
+    for (BSTR* none : {&key, static_cast<BSTR*>(nullptr)}) {
+        EXPECT_EQ(util->Encriptar(nullptr, none, result.put()), S_OK);
+        EXPECT_EQ(util->Desencriptar(nullptr, none, result.put()), S_OK);
+        EXPECT_EQ(result.view(), L"");
+    }
+}
+
+// The caller's text, that is.
+TEST(TextUtilMembers, LeaveWhatIsPassedByValueAlone) {
+    const Variant text(L"  ab c ");
+    EXPECT_EQ(called(L"UTrim", {text}), L"AB C");
+    EXPECT_EQ(textOf(text), L"  ab c ");
 }
 
 }  // namespace

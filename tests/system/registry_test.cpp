@@ -133,44 +133,39 @@ TEST_F(SystemRegistry, ReadsValuesOfEveryTypeAsTheirBytes) {
 TEST_F(SystemRegistry, AnswersWithTheSystemsCodesAndMakesNoKeys) {
     addKey(L"\\full\\inner");
     storeRaw(L"value", REG_SZ, "");
-    const std::wstring key = kKey;
     struct Case {
         const wchar_t* member;
-        std::wstring key;
+        std::wstring below;
         const wchar_t* name;
         LONG code;
         long root = HKCU;
     };
     for (const Case& each : {
-             Case{L"GetRegistryValue", key, L"none", ERROR_FILE_NOT_FOUND},
-             {L"GetRegistryValue", key + L"\\none", L"value", ERROR_FILE_NOT_FOUND},
-             {L"GetRegistryValue", key, L"value", ERROR_FILE_NOT_FOUND, HKCC},
-             {L"GetRegistryValue", key, L"value", ERROR_INVALID_HANDLE, 0},
-             {L"SetRegistryValue", key + L"\\none", L"value", ERROR_FILE_NOT_FOUND},
-             {L"GetFirstKey", key + L"\\none", nullptr, ERROR_FILE_NOT_FOUND},
-             {L"GetNextKey", key + L"\\full\\inner", nullptr, ERROR_NO_MORE_ITEMS},
+             Case{L"GetRegistryValue", L"", L"none", ERROR_FILE_NOT_FOUND},
+             {L"GetRegistryValue", L"\\none", L"value", ERROR_FILE_NOT_FOUND},
+             {L"GetRegistryValue", L"", L"value", ERROR_FILE_NOT_FOUND, HKCC},
+             {L"GetRegistryValue", L"", L"value", ERROR_INVALID_HANDLE, 0},
+             {L"SetRegistryValue", L"\\none", L"value", ERROR_FILE_NOT_FOUND},
+             {L"GetFirstKey", L"\\none", nullptr, ERROR_FILE_NOT_FOUND},
+             {L"GetNextKey", L"\\full\\inner", nullptr, ERROR_NO_MORE_ITEMS},
+             {L"DeleteKey", L"", L"none", ERROR_FILE_NOT_FOUND},
+             {L"DeleteKey", L"\\none", L"none", ERROR_FILE_NOT_FOUND},
+             {L"DeleteKey", L"", L"full", ERROR_ACCESS_DENIED},
+             {L"DeleteKey", L"\\full\\inner", L"", ERROR_FILE_NOT_FOUND},
+             {L"DeleteKey", L"\\full", L"inner", ERROR_SUCCESS},
+             {L"DeleteValue", L"\\none", L"value", ERROR_FILE_NOT_FOUND},
+             {L"DeleteValue", L"", L"value", ERROR_SUCCESS},
+             {L"DeleteValue", L"", L"value", ERROR_FILE_NOT_FOUND},
          }) {
+        const std::wstring key = kKey + each.below;
         Variant content(std::wstring_view(L"as it was"));
-        EXPECT_EQ(call(each.member, each.key, each.name, &content, each.root), each.code)
-            << each.member;
+        const bool deletes = std::wstring_view(each.member).starts_with(L"Delete");
+        EXPECT_EQ(call(each.member, key, each.name, deletes ? nullptr : &content, each.root),
+                  each.code)
+            << each.member << std::string(key.begin(), key.end());
         EXPECT_EQ(textOf(content), L"as it was") << each.member;
     }
-    for (const Case& each : {
-             Case{L"DeleteKey", key, L"none", ERROR_FILE_NOT_FOUND},
-             {L"DeleteKey", key + L"\\none", L"none", ERROR_FILE_NOT_FOUND},
-             {L"DeleteKey", key, L"full", ERROR_ACCESS_DENIED},
-             {L"DeleteKey", key + L"\\full\\inner", L"", ERROR_FILE_NOT_FOUND},
-             {L"DeleteKey", key + L"\\full", L"inner", ERROR_SUCCESS},
-             {L"DeleteKey", key, L"full", ERROR_SUCCESS},
-             {L"DeleteValue", key, L"none", ERROR_FILE_NOT_FOUND},
-             {L"DeleteValue", key + L"\\none", L"value", ERROR_FILE_NOT_FOUND},
-             {L"DeleteValue", key, L"value", ERROR_SUCCESS},
-             {L"DeleteValue", key, L"value", ERROR_FILE_NOT_FOUND},
-         }) {
-        EXPECT_EQ(call(each.member, each.key, each.name), each.code)
-            << each.member << std::string(each.key.begin(), each.key.end());
-    }
-    EXPECT_EQ(enumerate(L"GetFirstKey"), L"259");
+    EXPECT_EQ(enumerate(L"GetFirstKey"), L"full");
 }
 
 TEST_F(SystemRegistry, EnumeratesWithOneIndexForAllKeys) {
@@ -207,14 +202,11 @@ TEST_F(SystemRegistry, TakesNullTextsAndPointers) {
     EXPECT_EQ(registry_->GetFirstKey(HKCU, nullptr, &nothing, &code), S_OK);
     EXPECT_EQ(code, ERROR_SUCCESS);  // the root itself
     Bstr::owning(nothing);
-    for (const auto member : {&_RegistryUtil::GetRegistryValue, &_RegistryUtil::SetRegistryValue}) {
-        EXPECT_EQ((registry_.Get()->*member)(HKCU, Bstr(kKey).get(), nullptr, nullptr, &code),
-                  S_OK);
-        EXPECT_EQ(code, ERROR_INVALID_PARAMETER);
-        EXPECT_EQ((registry_.Get()->*member)(HKCU, nullptr, nullptr, nullptr, nullptr), E_POINTER);
-    }
+    EXPECT_EQ(registry_->GetRegistryValue(HKCU, nullptr, nullptr, nullptr, &code), S_OK);
+    EXPECT_EQ(code, ERROR_INVALID_PARAMETER);
     EXPECT_EQ(registry_->GetNextKey(HKCU, nullptr, nullptr, &code), S_OK);
     EXPECT_EQ(code, ERROR_INVALID_PARAMETER);
+    EXPECT_EQ(registry_->GetNextKey(HKCU, nullptr, nullptr, nullptr), E_POINTER);
 }
 
 TEST_F(SystemRegistry, IsReadThroughSysUtil) {
@@ -222,21 +214,16 @@ TEST_F(SystemRegistry, IsReadThroughSysUtil) {
     const auto read = [&](const wchar_t* member, const wchar_t* key, const wchar_t* name) {
         const Bstr path(key);
         const Bstr entry(name);
-        const test::Called called = test::call(sys.Get(), member, {arg(path), arg(entry)});
-        EXPECT_EQ(called.outcome, S_OK);
-        return textOf(called.result);
+        return textOf(test::call(sys.Get(), member, {arg(path), arg(entry)}).result);
     };
     EXPECT_EQ(write(L"value", L" S\u00e3o Jo\u00e3o "), ERROR_SUCCESS);
     EXPECT_EQ(read(L"RegistryLerValorLocalUser", kKey, L"value"), L"S\u00e3o Jo\u00e3o");
-    EXPECT_EQ(read(L"RegistryLerValorLocalUser", kKey, L"none"), L"");
+    EXPECT_EQ(read(L"RegistryLerValorLocalMachine", kKey, L"value"), L"");
+    EXPECT_EQ(
+        read(L"RegistryLerValorLocalMachine", L"Software\\Classes\\VelaUtil10.SysUtil\\CLSID", L""),
+        L"{95788B3C-A6E0-4E2E-8C73-90595B728B98}");
     EXPECT_EQ(write(L"value", std::wstring(513, L'x')), ERROR_SUCCESS);
     EXPECT_EQ(read(L"RegistryLerValorLocalUser", kKey, L"value"), L"");
-    EXPECT_EQ(read(L"RegistryLerValorLocalMachine", kKey, L"value"), L"");
-    EXPECT_EQ(read(L"RegistryLerValorLocalMachine",
-                   L"Software\\Classes\\CLSID\\"
-                   L"{95788b3c-a6e0-4e2e-8c73-90595b728b98}\\ProgID",
-                   L""),
-              L"VelaUtil10.SysUtil");
 }
 
 }  // namespace

@@ -4,7 +4,6 @@
 
 #include "support/support.h"
 #include "system/GeoUtil.h"
-#include "system/PlayUtil.h"
 #include "system/sounds.h"
 
 namespace vela {
@@ -89,34 +88,24 @@ TEST(SystemGeography, FollowsTheCountryThatIsSet) {
 }
 
 TEST(SystemSounds, AreTheFilesThatTheUserHasChosen) {
-    const auto player = make<PlayUtil>();
-    struct Case {
-        Sound sound;
-        const wchar_t* key;
-        const wchar_t* member;
-    };
-    for (const auto& [sound, key, member] :
-         {Case{Sound::Mail, L".Default\\MailBeep", L"MailSound"},
-          {Sound::Alert, L".Default\\SystemExclamation", L"AlertSound"},
-          {Sound::Notification, L".Default\\SystemNotification", L"SystemNotificationSound"},
-          {Sound::Recycle, L"Explorer\\EmptyRecycleBin", L"RecycleSound"},
-          {Sound::CriticalStop, L".Default\\SystemHand", L"CriticalStopSound"},
-          {Sound::DeviceConnect, L".Default\\DeviceConnect", L"DeviceConnectSound"},
-          {Sound::DeviceDisconnect, L".Default\\DeviceDisconnect", L"DeviceDisconnectSound"},
-          {Sound::DeviceFail, L".Default\\DeviceFail", L"DeviceFailSound"}}) {
+    wchar_t windows[MAX_PATH];
+    GetWindowsDirectoryW(windows, MAX_PATH);
+    for (const auto& [sound, key] :
+         {std::pair(Sound::Mail, L".Default\\MailBeep"),
+          std::pair(Sound::Alert, L".Default\\SystemExclamation"),
+          std::pair(Sound::Notification, L".Default\\SystemNotification"),
+          std::pair(Sound::Recycle, L"Explorer\\EmptyRecycleBin"),
+          std::pair(Sound::CriticalStop, L".Default\\SystemHand"),
+          std::pair(Sound::DeviceConnect, L".Default\\DeviceConnect"),
+          std::pair(Sound::DeviceDisconnect, L".Default\\DeviceDisconnect"),
+          std::pair(Sound::DeviceFail, L".Default\\DeviceFail")}) {
         const std::wstring path = std::wstring(L"AppEvents\\Schemes\\Apps\\") + key + L"\\.Current";
-        wchar_t windows[MAX_PATH];
-        GetWindowsDirectoryW(windows, MAX_PATH);
         const Setting chosen(path.c_str(), nullptr, L"%SystemRoot%\\none.wav", REG_EXPAND_SZ);
-        EXPECT_EQ(
-            lstrcmpiW(soundFile(sound).c_str(), (std::wstring(windows) + L"\\none.wav").c_str()), 0)
+        const std::wstring wanted = std::wstring(windows) + L"\\none.wav";
+        EXPECT_EQ(lstrcmpiW(soundFile(sound).c_str(), wanted.c_str()), 0)
             << std::filesystem::path(soundFile(sound));
-        const ULONGLONG start = GetTickCount64();
-        EXPECT_EQ(test::call(player.Get(), member).outcome, S_OK);
-        EXPECT_LT(GetTickCount64() - start, 2000u);
         const Setting silence(path.c_str(), nullptr, L"");
         EXPECT_EQ(soundFile(sound), L"");
-        EXPECT_EQ(test::call(player.Get(), member).outcome, S_OK);
     }
 }
 

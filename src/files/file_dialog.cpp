@@ -7,6 +7,7 @@
 #include "automation/adapter.h"
 #include "files/dialog_filter.h"
 #include "files/path_parts.h"
+#include "frame/screen.h"
 
 namespace vela {
 
@@ -26,19 +27,6 @@ DWORD flagsFor(const FileQuestion& question) {
 }
 
 }  // namespace
-
-bool hasScreen() {
-    USEROBJECTFLAGS station{};
-    if (!GetUserObjectInformationW(GetProcessWindowStation(), UOI_FLAGS, &station, sizeof station,
-                                   nullptr) ||
-        !(station.dwFlags & WSF_VISIBLE)) {
-        return false;
-    }
-    const HDC screen = GetDC(nullptr);
-    const bool isShown = GetPixel(screen, 0, 0) != CLR_INVALID;
-    ReleaseDC(nullptr, screen);
-    return isShown;
-}
 
 std::optional<FileChoice> askForFile(const FileQuestion& question) {
     const std::wstring name = fileOf(question.name);

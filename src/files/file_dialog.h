@@ -10,10 +10,6 @@
 
 namespace vela {
 
-// Whether somebody may see what this process shows. The windows of a service are on no screen, and
-// those of a machine without a display on one that has no contents.
-bool hasScreen();
-
 struct FileQuestion {
     std::wstring title;   // empty: the platform's own
     bool opens = true;    // else the file is to be saved

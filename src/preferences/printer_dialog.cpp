@@ -7,6 +7,8 @@
 #include <utility>
 #include <vector>
 
+#include "frame/screen.h"
+
 namespace vela {
 
 namespace {
@@ -85,6 +87,7 @@ bool hasDefaultPrinter() {
 }  // namespace
 
 std::optional<PrinterChoice> askForPrinter(HWND owner, const PrinterChoice& start) {
+    if (!hasScreen()) return std::nullopt;
     Global settings;
     Global names;
     if (!start.printer.empty()) {

@@ -296,7 +296,7 @@ var walks = {
     UPPrinterUtil: [
         "GetCopies(1, 'none') == 0", "GetPrinterDescription(1, 'none') == ''",
         "!UsePrintingPreferences(1, 'none', printer, 2) && printer.Copies == 2",
-        // On a machine with a printer this would wait for somebody.
+        // With a printer and a screen this would wait for somebody.
         "!UISetPrintingPreferences(0, 1, 'none', null)"
     ],
     RPManager: [

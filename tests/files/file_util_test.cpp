@@ -6,7 +6,7 @@
 #include <fstream>
 
 #include "automation/late_bound.h"
-#include "files/file_dialog.h"
+#include "frame/screen.h"
 #include "frame/Collection.h"
 
 namespace vela::test {

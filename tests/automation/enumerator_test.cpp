@@ -7,60 +7,36 @@
 namespace vela {
 namespace {
 
-class AutomationEnumerator : public test::NoObjectsLeft {
-  protected:
-    void SetUp() override {
-        collection_ = make<Collection>();
-        for (const wchar_t* key : {L"a", L"b", L"c", L"d"})
-            collection_->entries().add(Variant(key));
-        ComPtr<IUnknown> unknown;
-        EXPECT_EQ(collection_->get_NewEnum(&unknown), S_OK);
-        ASSERT_EQ(unknown.As(&elements_), S_OK);
-    }
-    // What is left to walk, at most so many.
-    static std::wstring rest(IUnknown* elements, std::size_t most = 9) {
-        std::wstring all;
-        eachVariant(elements, [&](const Variant& element) {
-            all += textOf(element);
-            return all.size() < most;
-        });
-        return all;
-    }
-    ComPtr<Collection> collection_;
-    ComPtr<IEnumVARIANT> elements_;
-};
+using AutomationEnumerator = test::NoObjectsLeft;
 
-TEST_F(AutomationEnumerator, HandsOutSeveralAtOnceAndCountsThem) {
-    Variant values[3];
-    Variant last[3];
-    ULONG fetched = 9;
-    EXPECT_EQ(elements_->Next(3, values, &fetched), S_OK);
-    EXPECT_EQ(fetched, 3u);
-    EXPECT_EQ(textOf(values[2]), L"c");
-    EXPECT_EQ(elements_->Next(3, last, &fetched), S_FALSE);
-    EXPECT_EQ(fetched, 1u);
-    EXPECT_EQ(last[1].vt, VT_EMPTY);
-    EXPECT_EQ(elements_->Next(0, nullptr, nullptr), S_OK);
-    EXPECT_EQ(elements_->Next(1, nullptr, nullptr), E_POINTER);
+std::wstring rest(const ComPtr<IEnumVARIANT>& elements) {
+    std::wstring all;
+    eachVariant(elements.Get(),
+                [&](const Variant& element) { return all += textOf(element), true; });
+    return all;
 }
 
-TEST_F(AutomationEnumerator, SkipsStartsAgainBranchesOffAndOutlivesTheCallersHold) {
-    EXPECT_EQ(rest(elements_.Get(), 2), L"ab");
+TEST_F(AutomationEnumerator, HandsOutSeveralAtOnceSkipsStartsAgainAndBranchesOff) {
+    auto collection = make<Collection>();
+    for (const wchar_t* key : {L"a", L"b", L"c", L"d"}) collection->entries().add(Variant(key));
+    ComPtr<IUnknown> unknown;
+    ComPtr<IEnumVARIANT> elements;
     ComPtr<IEnumVARIANT> branch;
-    EXPECT_EQ(elements_->Clone(&branch), S_OK);
-    collection_.Reset();
-    EXPECT_EQ(rest(elements_.Get()), L"cd");
-    EXPECT_EQ(rest(branch.Get()), L"cd");
+    EXPECT_EQ(collection->get_NewEnum(&unknown), S_OK);
+    ASSERT_EQ(unknown.As(&elements), S_OK);
+    collection.Reset();
+    EXPECT_EQ(elements->Skip(2), S_OK);
+    EXPECT_EQ(elements->Clone(&branch), S_OK);
+    Variant values[3];
+    ULONG fetched = 9;
+    EXPECT_EQ(elements->Next(3, values, &fetched), S_FALSE);
+    EXPECT_EQ(fetched, 2u);
+    EXPECT_EQ(textOf(values[1]), L"d");
+    EXPECT_EQ(elements->Next(1, nullptr, nullptr), E_POINTER);
+    EXPECT_EQ(rest(branch), L"cd");
     EXPECT_EQ(branch->Reset(), S_OK);
-    EXPECT_EQ(branch->Skip(4), S_OK);
+    EXPECT_EQ(rest(branch), L"abcd");
     EXPECT_EQ(branch->Skip(1), S_FALSE);
-    EXPECT_EQ(elements_->Reset(), S_OK);
-    EXPECT_EQ(rest(elements_.Get()), L"abcd");
-}
-
-TEST_F(AutomationEnumerator, RefusesWhatCannotBeWalked) {
-    EXPECT_THROW(rest(nullptr), Error);
-    EXPECT_THROW(rest(static_cast<_Collection*>(collection_.Get())), Error);
 }
 
 }  // namespace

@@ -16,12 +16,12 @@ using test::Listener;
 struct Scene {
     Scene() {
         for (const char name : {'A', 'B', 'C', 'D', 'E'}) {
-            listeners[name] = make<Listener>([this, name](auto, auto E) { return hear(name, *E); });
+            listeners[name] = make<Listener>([this, name](auto sender, auto E) {
+                adopted(std::exchange(*sender, nullptr));  // as a careless subscriber may
+                return hear(name, *E);
+            });
             if (name != 'E') add(name);
         }
-    }
-    ~Scene() {
-        for (const char name : {'A', 'B', 'C', 'D', 'E', 'B'}) remove(name);
     }
     void add(char name) { test::subscribe(fired.Get(), listeners[name].Get()); }
     void remove(char name) { test::unsubscribe(fired.Get(), listeners[name].Get()); }
@@ -30,9 +30,7 @@ struct Scene {
         return hub->Goodbye(&leaving);
     }
     HRESULT hear(char name, _NotificationEventArgs* E) {
-        VARIANT_BOOL cancel = VARIANT_TRUE;
-        EXPECT_EQ(E->get_Cancel(&cancel), S_OK);
-        EXPECT_EQ(cancel, VARIANT_FALSE);
+        EXPECT_FALSE(test::yes(E, &_NotificationEventArgs::get_Cancel));
         if (test::idIn(E) == SystemNotifications::Goodbye) {
             test::unsubscribe(test::offeredBy(E).Get(), listeners[name].Get());
             return S_OK;
@@ -45,8 +43,7 @@ struct Scene {
     std::string fire() {
         called.clear();
         VARIANT_BOOL agreed = VARIANT_FALSE;
-        const HRESULT outcome = fired->Notify(nullptr, nullptr, &agreed);
-        if (FAILED(outcome)) return called + ", error";
+        if (FAILED(fired->Notify(nullptr, nullptr, &agreed))) return called + ", error";
         return called + (agreed ? ", True" : ", False");
     }
 
@@ -84,18 +81,12 @@ const std::map<std::string, Act> kActs = {
     {"removes the notification from the hub",
      [](Scene& s, auto) { return s.hub->Remove(Variant(L"MY:TABLE")); }},
     {"fires the notification again",
-     [](Scene& s, auto) {
-         VARIANT_BOOL agreed = VARIANT_FALSE;
-         return s.fired->Notify(nullptr, nullptr, &agreed);
-     }},
+     [](Scene& s, auto) { return test::call(s.fired.Get(), L"Notify").outcome; }},
     {"sets `Cancel`", [](auto&, auto E) { return E->put_Cancel(VARIANT_TRUE); }},
     {"raises an error", [](auto&&...) { return E_ACCESSDENIED; }},
 };
 
-class NotificationsBroadcast : public test::NoObjectsLeft {
-  protected:
-    ComPtr<_INotification> notification_ = make<Notification>();
-};
+using NotificationsBroadcast = test::NoObjectsLeft;
 
 TEST_F(NotificationsBroadcast, DoesWhatTheDocumentedTableSays) {
     std::istringstream page(
@@ -114,51 +105,13 @@ TEST_F(NotificationsBroadcast, DoesWhatTheDocumentedTableSays) {
     EXPECT_EQ(rows, kActs.size());
 }
 
-TEST_F(NotificationsBroadcast, HandsEverySubscriberTheSameSenderAndArguments) {
-    const ComPtr<_INotification> foreign = make<Notification>();
-    std::vector<std::pair<_INotification*, _NotificationEventArgs*>> heard;
-    const auto thief = make<Listener>([&](auto sender, auto E) {
-        heard.emplace_back(*sender, *E);
-        adopted(std::exchange(*sender, ComPtr(foreign).Detach()));
-        adopted(std::exchange(*E, nullptr));
-        return S_OK;
-    });
-    for (int i = 0; i < 2; ++i) test::subscribe(notification_.Get(), thief.Get());
-    EXPECT_EQ(notification_->Notify(nullptr, nullptr, nullptr), E_POINTER);
-    VARIANT_BOOL agreed = VARIANT_FALSE;
-    EXPECT_EQ(notification_->Notify(nullptr, nullptr, &agreed), S_OK);
-    ASSERT_EQ(heard.size(), 2u);
-    EXPECT_EQ(heard[0], heard[1]);
-    EXPECT_EQ(heard[0].first, notification_.Get());
-}
-
-TEST_F(NotificationsBroadcast, PassesTheParameterAsItIs) {
-    Variant held(L"conteúdo");
-    Variant heard;
-    const auto listener = make<Listener>([&](auto, auto E) {
-        heard = test::parameterIn(*E);
-        return (*E)->put_Cancel(VARIANT_TRUE);
-    });
-    const auto passed = [&](VARIANT parameter) {
-        _INotificationSubscriber* target = listener.Get();
-        VARIANT_BOOL agreed = VARIANT_FALSE;
-        EXPECT_EQ(notification_->Notify(&parameter, &target, &agreed), S_OK);
-        EXPECT_EQ(agreed, VARIANT_TRUE);  // nobody else is asked, and its Cancel is not read
-        return heard;
-    };
-    EXPECT_EQ(passed(Variant::missing()).vt, VT_EMPTY);
-    EXPECT_EQ(passed(test::arg(7L)).vt, VT_I4);
-    EXPECT_EQ(textOf(passed(held)), L"conteúdo");
-    EXPECT_EQ(textOf(passed(test::byReference(held))), L"conteúdo");
-    EXPECT_EQ(objectIn(passed(test::arg(notification_.Get()))), notification_.Get());
-}
-
 TEST_F(NotificationsBroadcast, PassesASubscribersErrorOn) {
     const auto failing = make<Listener>([](auto, auto) {
         return guard([] { throw Error{-1, L"Armazém", L"Sem stock"}; });
     });
-    test::subscribe(notification_.Get(), failing.Get());
-    const test::Called called = test::call(notification_.Get(), L"Notify");
+    const ComPtr<_INotification> notification = make<Notification>();
+    test::subscribe(notification.Get(), failing.Get());
+    const test::Called called = test::call(notification.Get(), L"Notify");
     EXPECT_EQ(called.error, -1);
     EXPECT_EQ(called.source, L"Armazém");
     EXPECT_EQ(called.description, L"Sem stock");

@@ -4,7 +4,7 @@
 #include <functional>
 
 #include "notifications/Notifications.h"
-#include "support/support.h"
+#include "preferences/preferences_support.h"
 
 namespace vela::test {
 
@@ -22,15 +22,11 @@ class Listener final : public Object<Listener, _INotificationSubscriber> {
 };
 
 inline LONG idIn(_NotificationEventArgs* E) {
-    LONG id = 0;
-    EXPECT_EQ(E->get_NotificationID(&id), S_OK);
-    return id;
+    return got<LONG>(E, &_NotificationEventArgs::get_NotificationID);
 }
 
 inline Variant parameterIn(_NotificationEventArgs* E) {
-    Variant parameter;
-    EXPECT_EQ(E->get_Parameter(&parameter), S_OK);
-    return parameter;
+    return got<Variant>(E, &_NotificationEventArgs::get_Parameter);
 }
 
 // The notification that the handshake offers.
@@ -45,15 +41,11 @@ inline std::wstring tagOf(_INotification* notification) {
 }
 
 inline ComPtr<_Subscribers> subscribersOf(_INotification* notification) {
-    ComPtr<_Subscribers> subscribers;
-    EXPECT_EQ(notification->get_Subscribers(&subscribers), S_OK);
-    return subscribers;
+    return got<ComPtr<_Subscribers>>(notification, &_INotification::get_Subscribers);
 }
 
 inline short countOf(_INotification* notification) {
-    short count = -1;
-    EXPECT_EQ(subscribersOf(notification)->get_Count(&count), S_OK);
-    return count;
+    return got<short>(subscribersOf(notification).Get(), &_Subscribers::get_Count);
 }
 
 inline void subscribe(_INotification* notification, _INotificationSubscriber* subscriber) {
@@ -66,9 +58,7 @@ inline void unsubscribe(_INotification* notification, IDispatch* subscriber) {
 }
 
 inline ComPtr<_INotification> publish(_Notifications* hub, const wchar_t* tag) {
-    ComPtr<_INotification> published;
-    EXPECT_EQ(hub->Publish(Bstr(tag).get(), nullptr, &published), S_OK);
-    return published;
+    return got<ComPtr<_INotification>>(hub, &_Notifications::Publish, Bstr(tag).get(), nullptr);
 }
 
 }  // namespace vela::test

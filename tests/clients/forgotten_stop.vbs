@@ -14,8 +14,8 @@ Else
     For Each ending In Array("last line", "error", "holding on")
         CreateObject("WScript.Shell").Run "cscript //nologo """ & WScript.ScriptFullName & """ """ & _
             folder & """ """ & ending & """", 0, True
-        CheckSaved "shared"
-        CheckSaved "own"
+        CheckSaved folder & "\shared.xml"
+        CheckSaved folder & "\own.xml"
     Next
     files.DeleteFolder folder, True
     WScript.Echo "forgotten_stop.vbs: passed"
@@ -38,23 +38,22 @@ Sub Forget(ending)
 End Sub
 
 Sub SaveValue(preferences, name, value)
-    preferences.ActiveDataSources.LocalSource = folder & "\" & name & ".up1.xml"
-    preferences.ActiveDataSources.SharedSource = folder & "\" & name & ".up2.xml"
+    preferences.ActiveDataSources.LocalSource = folder & "\local.xml"
+    preferences.ActiveDataSources.SharedSource = folder & "\" & name & ".xml"
     preferences.StartUPM "sales", "ana"
     preferences.Values.SaveValue "ending", "general", value
 End Sub
 
-Sub CheckSaved(name)
+' Each ending overwrites what the one before it saved.
+Sub CheckSaved(path)
     Dim stream, text
-    name = folder & "\" & name & ".up2.xml"
-    If files.FileExists(name) Then
-        Set stream = files.OpenTextFile(name)
+    If files.FileExists(path) Then
+        Set stream = files.OpenTextFile(path)
         text = stream.ReadAll
         stream.Close
-        files.DeleteFile name, True
     End If
     If InStr(text, "value=""" & ending & """") > 0 Then Exit Sub
-    WScript.Echo "forgotten_stop.vbs: " & name & " lacks what was saved at " & ending
+    WScript.Echo "forgotten_stop.vbs: " & path & " lacks what was saved at " & ending
     files.DeleteFolder folder, True
     WScript.Quit 1
 End Sub

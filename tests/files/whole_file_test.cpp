@@ -2,6 +2,7 @@
 
 #include <thread>
 
+#include "files/compressed_file.h"
 #include "support/support.h"
 
 namespace vela::test {
@@ -11,9 +12,6 @@ class FilesWholeFile : public ::testing::Test {
   protected:
     static DWORD replace(const std::wstring& path, std::string_view content) {
         return FileReplacement(path).commit(content.data(), content.size(), FILE_ATTRIBUTE_NORMAL);
-    }
-    bool siblingExists() const {
-        return GetFileAttributesW((path_ + L".tmp").c_str()) != INVALID_FILE_ATTRIBUTES;
     }
 
     TemporaryFolder folder_;
@@ -39,18 +37,28 @@ TEST_F(FilesWholeFile, ReplacementsOfOneFileWaitForEachOther) {
 }
 
 TEST_F(FilesWholeFile, NeitherAbortedNorKilledReplacementsLeaveARest) {
+    const std::wstring beside = path_ + L".tmp";
     ASSERT_EQ(replace(path_, "old"), DWORD{ERROR_SUCCESS});
-    {
-        const FileReplacement aborted(path_);
-        EXPECT_EQ(aborted.error(), DWORD{ERROR_SUCCESS});
-        EXPECT_TRUE(siblingExists());
-    }
+    EXPECT_EQ(FileReplacement(path_).error(), DWORD{ERROR_SUCCESS});  // and not committed
     EXPECT_EQ(readFile(path_), "old");
-    EXPECT_FALSE(siblingExists());
-    writeFile(path_ + L".tmp", std::string(100000, 'x'));  // of a process that was killed
+    EXPECT_EQ(GetFileAttributesW(beside.c_str()), INVALID_FILE_ATTRIBUTES);
+    writeFile(beside, std::string(100000, 'x'));  // of a process that was killed
     EXPECT_EQ(replace(path_, "new"), DWORD{ERROR_SUCCESS});
     EXPECT_EQ(readFile(path_), "new");
-    EXPECT_FALSE(siblingExists());
+    EXPECT_EQ(GetFileAttributesW(beside.c_str()), INVALID_FILE_ATTRIBUTES);
+}
+
+TEST_F(FilesWholeFile, AreCompressedAndBroughtBack) {
+    const std::wstring block = folder_.path(L"block"), back = folder_.path(L"back");
+    const std::string content(100'000, 'x');
+    writeFile(path_, content);
+    const WholeFiles files = filesOnDisk();
+    EXPECT_FALSE(compressFile(files, path_, block));
+    EXPECT_LT(readFile(block).size(), 1000U);
+    EXPECT_FALSE(decompressFile(files, block, back));
+    EXPECT_EQ(readFile(back), content);
+    EXPECT_EQ(compressFile(files, folder_.path(L"none"), folder_.path(L"new")).number, 53);
+    EXPECT_EQ(compressFile(files, path_, block).number, 58);
 }
 
 }  // namespace

@@ -1,48 +1,31 @@
-// The facades; printers and report parameters are also in clients/preferences.js.
+// Default paths and windows; printers and report parameters are in clients/preferences.js.
 #include "automation/late_bound.h"
 #include "preferences/RPManager.h"
-#include "preferences/UPSections.h"
 #include "preferences/UPUtil.h"
 #include "preferences/preferences_support.h"
-
-#include <winspool.h>
 
 namespace vela::test {
 namespace {
 
-// Facades over a context of their own, started for SALES and ANA.
 class PreferencesFacades : public NoObjectsLeft {
   protected:
-    void SetUp() override {
-        context_ = std::make_shared<UPContext>();
-        context_->manager()->dataSources()->put_LocalSource(str(folder_.path(L"a.up1.xml")));
-        context_->manager()->dataSources()->put_SharedSource(str(folder_.path(L"a.up2.xml")));
-        context_->start(L"sales", L"ana");
-    }
-    template <class Facade>
-    ComPtr<Facade> facade() {
-        const auto made = make<Facade>();
-        made->setContext(context_);
-        return made;
-    }
-    ComPtr<_IUPSection> section(const wchar_t* id) { return context_->manager()->section(id); }
+    void SetUp() override { context_->start(L"sales", L"ana"); }
     // As a program does that is started again.
     void restart() {
         context_->stop();
-        const auto empty = make<UPSections>();  // new sections are read anew
-        context_->manager()->putref_PreferenceSections(empty.Get());
+        context_ = contextIn(folder_);
         context_->start(L"sales", L"ana");
     }
 
     TemporaryFolder folder_;
-    std::shared_ptr<UPContext> context_;
+    std::shared_ptr<UPContext> context_ = contextIn(folder_);
 };
 
 TEST_F(PreferencesFacades, DefaultPathsComeBackThroughReferences) {
-    const auto values = facade<UPValueUtil>();
-    callWith(values.Get(), L"SaveDefaultPath",
-             {str(L"inv"), str(L"ex"), str(L"C:\\x\\"), str(L"f")});
+    context_->saveDefaultPath(L"inv", L"ex", {L"C:\\x\\", L"f", L""});
     restart();
+    const auto values = make<UPValueUtil>();
+    values->setContext(context_);
     Variant path(1L), file(2L), extension(3L);
     const auto load = [&](const wchar_t* id) {
         const Variant reference(id), group(L"ex");
@@ -56,123 +39,86 @@ TEST_F(PreferencesFacades, DefaultPathsComeBackThroughReferences) {
     EXPECT_EQ(load(L"inv"), L"True C:\\x\\|f|");
 }
 
-TEST_F(PreferencesFacades, NobodyIsAskedWhereThereIsNoPrinter) {
-    DWORD length = 0;
-    if (GetDefaultPrinterW(nullptr, &length) || length > 0) GTEST_SKIP() << "there is a printer";
-    _ISetPrinter* none = nullptr;
-    EXPECT_FALSE(yes(facade<UPPrinterUtil>().Get(), &_UPPrinterUtil::UISetPrintingPreferences, 0, 1,
-                     Bstr(L"new").get(), &none, nullptr, nullptr, nullptr));
-    EXPECT_EQ(contents(section(L"PP").Get()), L"");
-}
-
 TEST_F(PreferencesFacades, AnswerFalseWithoutAPrinterOrAManager) {
     _UPManager* nothing = nullptr;
-    EXPECT_FALSE(yes(facade<UPPrinterUtil>().Get(), &_UPPrinterUtil::UsePrintingPreferences, 2,
-                     nullptr, nullptr, nullptr, nullptr, nullptr));
+    EXPECT_FALSE(context_->usePrintingPreferences(2, L"", nullptr, {}));
     for (_UPManager** manager : {&nothing, static_cast<_UPManager**>(nullptr)}) {
         EXPECT_FALSE(yes(make<RPManager>().Get(), &_RPManager::Load, manager, nullptr));
     }
 }
 
-// A caller's window; lengths in twips.
-struct Window {
-    std::vector<long> values;       // Left, Top, Width, Height, WindowState, Visible
-    std::wstring log;               // what was set, in order
-    std::wstring refused;           // names of properties that cannot be set
-    std::function<HRESULT()> read;  // run when a property is read
-    ComPtr<LateObject> object = adopted(new LateObject);
-
-    Window() {
-        object->names = {L"Left", L"Top", L"Width", L"Height", L"WindowState", L"Visible", L"Name"};
-        object->invoked = [this](DISPID id, WORD flags, DISPPARAMS& call, VARIANT* result,
-                                 EXCEPINFO*) {
+// A caller's window, with lengths in twips.
+class PreferencesWindows : public PreferencesFacades {
+  protected:
+    PreferencesWindows() {
+        window_->names = {L"Left",        L"Top",     L"Width", L"Height",
+                          L"WindowState", L"Visible", L"Name"};
+        window_->invoked = [this](DISPID id, WORD flags, DISPPARAMS& call, VARIANT* result,
+                                  EXCEPINFO*) {
             const auto at = static_cast<std::size_t>(id);
-            const std::wstring name = object->names[at];
             if (flags & DISPATCH_PROPERTYPUT) {
-                if (refused.find(name) != refused.npos) return DISP_E_MEMBERNOTFOUND;
-                values[at] = converted(call.rgvarg[0], VT_I4).lVal;
-                log += name + L"=" + std::to_wstring(values[at]) + L" ";
+                values_[at] = converted(call.rgvarg[0], VT_I4).lVal;
+                log_ += window_->names[at] + (L"=" + std::to_wstring(values_[at]) + L" ");
                 return S_OK;
             }
-            if (read && FAILED(read())) return E_FAIL;
-            if (at < values.size()) *result = Variant(values[at]).release();
+            if (onRead_) onRead_();
+            if (at < values_.size()) *result = Variant(values_[at]).release();
             else *result = Variant(L"Main").release();
             return S_OK;
         };
     }
-};
-
-class PreferencesWindows : public PreferencesFacades {
-  protected:
-    void save(const std::vector<long>& place, const wchar_t* id = L"", bool visible = true) {
-        IDispatch* object = window_.object.Get();
-        window_.values = place;
-        window_.values.push_back(visible);
-        EXPECT_EQ(facade<UPWindowUtil>()->SaveWindowPos(&object, Bstr(id).get(), Bstr(L"g").get()),
-                  S_OK);
+    // Saves the window at such a place, in the order of the names.
+    void save(const std::vector<long>& place, const wchar_t* id = L"") {
+        values_ = place;
+        context_->saveWindowPos(window_.Get(), id, L"g");
     }
     // What loading sets.
     std::wstring loaded(const wchar_t* id = L"") {
-        IDispatch* object = window_.object.Get();
-        window_.log.clear();
-        const bool found = yes(facade<UPWindowUtil>().Get(), &_UPWindowUtil::LoadWindowPos, &object,
-                               Bstr(id).get(), Bstr(L"g").get());
-        return (found ? L"" : L"none ") + window_.log;
+        log_.clear();
+        const bool found = context_->loadWindowPos(window_.Get(), id, L"g");
+        return (found ? L"" : L"none ") + log_;
     }
-    Window window_;
+
+    const ComPtr<LateObject> window_ = adopted(new LateObject);
+    std::vector<long> values_;
+    std::wstring log_;  // what was set, in order
+    std::function<void()> onRead_;
 };
 
 TEST_F(PreferencesWindows, ComeBackUnderTheirNameOrId) {
-    save({300, 450, 3000, 1500, 0});
-    save({600, 750, 3000, 1500, 2}, L"other");
+    save({300, 450, 3000, 1500, 0, true});
+    save({600, 750, 3000, 1500, 2, true}, L"other");
     restart();
     EXPECT_EQ(loaded(L"none"), L"none ");
     EXPECT_EQ(loaded(), L"WindowState=0 Left=300 Top=450 Width=3000 Height=1500 ");
     // A window can be moved only while it is normal.
     EXPECT_EQ(loaded(L"OTHER"),
               L"WindowState=0 Left=600 Top=750 Width=3000 Height=1500 WindowState=2 ");
-    window_.refused = L"WindowState Width Height";
-    EXPECT_EQ(loaded(), L"Left=300 Top=450 ");
+    window_->names.resize(2);  // and has no other members
+    EXPECT_EQ(loaded(L"main"), L"Left=300 Top=450 ");
 }
 
 TEST_F(PreferencesWindows, OnlyAVisibleAndNormalWindowHasAPlace) {
-    save({300, 450, 3000, 1500, 0});
-    save({1, 1, 1, 1, 1}, L"", false);
-    EXPECT_EQ(loaded(), L"WindowState=0 Left=300 Top=450 Width=3000 Height=1500 ");
-    save({-60, -60, 99999, 99999, 2});
+    save({300, 450, 3000, 1500, 0, true});
+    save({1, 1, 1, 1, 1, false});
+    save({-60, -60, 99999, 99999, 2, true});
     EXPECT_EQ(loaded(), L"WindowState=0 Left=300 Top=450 Width=3000 Height=1500 WindowState=2 ");
-    window_.read = [] { return E_FAIL; };  // cannot be asked
-    save({1, 1, 1, 1, 0}, L"x");
-    EXPECT_EQ(loaded(L"x"), L"none ");
 }
 
 TEST_F(PreferencesWindows, AreBroughtIntoView) {
-    const struct {
-        const wchar_t *screen, *left, *width;
-    } table[] = {
-        {L"", L"9999999", L"3000"}, {L"1x1", L"-9999999", L"3000"}, {L"1x1", L"0", L"9999999"}};
-    for (const auto& row : table) {
-        addItem(section(L"UI").Get(), L"MAIN", L"G",
-                {{L"ScreenWxH", row.screen},
-                 {L"Left", row.left},
-                 {L"Top", L"0"},
-                 {L"Width", row.width},
-                 {L"Height", L"1500"}});
-        window_.values = {0, 0, 0, 0, 0};
-        EXPECT_NE(loaded(), L"none ");
-        const long left = window_.values[0], width = window_.values[2];
-        EXPECT_GE(left, 0);
-        EXPECT_LE(left + width, GetSystemMetrics(SM_CXSCREEN) * 15 + 15) << left;
-        EXPECT_GT(width, 1);
-    }
+    addItem(context_->manager()->section(L"UI").Get(), L"MAIN", L"G",
+            {{L"ScreenWxH", L"1x1"}, {L"Left", L"-99999"}, {L"Width", L"9999999"}});
+    values_.resize(5);
+    EXPECT_NE(loaded(), L"none ");
+    const long left = values_[0], width = values_[2];
+    EXPECT_GE(left, 0);
+    EXPECT_LE(left + width, GetSystemMetrics(SM_CXSCREEN) * 15 + 15);
+    EXPECT_GT(width, 1);
 }
 
 TEST_F(PreferencesWindows, MayStopThePreferencesThatReadThem) {
-    window_.read = [&] {
-        context_->stop();
-        return S_OK;
-    };
-    save({1, 1, 1, 1, 0});
+    onRead_ = [&] { context_->stop(); };
+    save({1, 1, 1, 1, 0, true});
     EXPECT_FALSE(context_->manager()->loaded());
 }
 

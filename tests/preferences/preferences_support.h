@@ -6,6 +6,7 @@
 #include "automation/enumerator.h"
 #include "preferences/Section.h"
 #include "preferences/XMLup.h"
+#include "preferences/upcontext.h"
 #include "support/support.h"
 
 namespace vela::test {
@@ -54,6 +55,17 @@ inline ComPtr<_IUPSection> sectionWith(const SectionKind& kind, std::wstring_vie
     auto section = makeSection(kind);
     EXPECT_EQ(addItem(section.Get(), id, group, fields), S_OK);
     return section;
+}
+
+// Lets preferences use documents in the folder.
+inline void useFolder(const ComPtr<UPManager>& manager, const TemporaryFolder& folder) {
+    manager->dataSources()->put_LocalSource(Variant(folder.path(L"ana.up1.xml")));
+    manager->dataSources()->put_SharedSource(Variant(folder.path(L"ana.up2.xml")));
+}
+inline std::shared_ptr<UPContext> contextIn(const TemporaryFolder& folder) {
+    const auto context = std::make_shared<UPContext>();
+    useFolder(context->manager(), folder);
+    return context;
 }
 
 // The items in order, each as its key, '=' and the named fields, with a blank after each.

@@ -1,8 +1,5 @@
 #include <optional>
 
-#include "preferences/UPDataSourceXML.h"
-#include "preferences/UPManager.h"
-#include "preferences/item.h"
 #include "preferences/preferences_support.h"
 
 namespace vela::test {
@@ -44,11 +41,9 @@ class PreferencesStore : public NoObjectsLeft {
     }
     bool saveValue() { return save(sectionWith(kKVSection, L"K", L"G", {{L"Value", L"1"}})); }
     // What a new section of the kind reads.
-    std::wstring stored(const SectionKind& kind, const wchar_t* field = L"Value",
-                        const std::wstring& application = L"sales",
-                        const std::wstring& user = L"ana") {
+    std::wstring stored(const SectionKind& kind, const wchar_t* field = L"Value") {
         const auto section = makeSection(kind);
-        EXPECT_TRUE(load(section.Get(), application, user));
+        EXPECT_TRUE(load(section.Get()));
         return contents(section.Get(), field);
     }
     static DWORD attributes(const std::wstring& path) { return GetFileAttributesW(path.c_str()); }
@@ -83,19 +78,13 @@ TEST_F(PreferencesStore, ReadsByPositionAndIgnoresWhatDoesNotFit) {
          "<g id='G'><i id='W' nosuch='1' left='99999999999' top='abc' height='' searchkey='x'"
          " WindowState='2' ScreenWXH='s' width='-12'/></g>",
          L"ScreenWxH Width Left Top Height WindowState", L"W@G=s -12 0 0 0 2 "},
-        {kPPSection, "<g id='1'><i id='A' copies='32768' orientation='2' printername='hp'/></g>",
-         L"Copies Orientation PrinterName", L"A@1=1 2 HP "},
         // Of two with one identity the last stays, at the end.
         {kKVSection,
-         "<g id='G'><i id='A' value='1'/><i id='B' value='2'/></g><g id='g'><i id='a' value='3'/>"
-         "</g>",
+         "<g id='G'><i id='A' value='1'/><i id='B' value='2'/></g> x <!-- y -->"
+         "<g id='g'><i id='a' value='3'/></g>",
          L"Value", L"B@G=2 A@G=3 "},
-        {kKVSection, " x <!-- y --><g id=''>\n<i id='A' value='1'/> </g>", L"Value", L"A@=1 "},
         // A group without attributes.
-        {kKVSection, "<g id='G'><i id='A' value='1'/></g><g/>", L"Value", L"A@G=1 ", false},
-        // A report parameter's Id follows its fields.
-        {kRPSection, "<g id='G'><i id='old' view='V' field='F' mode='2' value='v'/></g>", L"Value",
-         L"V@F@2@G=v "},
+        {kKVSection, "<g id=''><i id='A' value='1'/></g><g/>", L"Value", L"A@=1 ", false},
     };
     for (const auto& row : table) {
         SCOPED_TRACE(row.groups);
@@ -105,11 +94,6 @@ TEST_F(PreferencesStore, ReadsByPositionAndIgnoresWhatDoesNotFit) {
                                                   row.groups + "</" + id + "_Section>")));
         EXPECT_EQ(load(section.Get()), row.loaded);
         EXPECT_EQ(contents(section.Get(), row.fields), row.expected);
-    }
-    for (const char* nothing : {"<XX_Section id='XX'><g/></XX_Section>", "<KV_Section id='KV'/>",
-                                "<KV_Section id='X'><g id='G'><i id='A'/></g></KV_Section>"}) {
-        writeFile(file_, document(others_ + ofAna(nothing)));
-        EXPECT_EQ(stored(kKVSection), L"") << nothing;
     }
 }
 
@@ -154,59 +138,6 @@ TEST_F(PreferencesStore, WritesTheDocumentedShape) {
               "version=\"1\"/>\r\n");
 }
 
-class OddSection final : public SectionMembers<OddSection, _IUPSection> {
-    using SectionMembers::SectionMembers;
-};
-
-// The fields of an item with one property, which holds a date.
-class DateField : public Unbuilt<_IUPDataSource> {
-  public:
-    inline static Variant date;
-
-    HRESULT STDMETHODCALLTYPE get_DataSource(VARIANT* result) override {
-        return answer(result, [] { return date; });
-    }
-
-  protected:
-    std::wstring id_, group_;
-};
-template <double date>
-ComPtr<IDispatch> dated() {
-    DateField::date.vt = VT_DATE;
-    static_cast<VARIANT&>(DateField::date).date = date;
-    return asObject(make<StoredItem<DateField>>());
-}
-
-TEST_F(PreferencesStore, WritesTheFieldsWhoseBracketedNameOccurs) {
-    const struct {
-        const wchar_t* properties;
-        ComPtr<IDispatch> (*createItem)();
-        std::wstring fields;
-    } table[] = {
-        {L"xx[ext]yy[Path][file", kDPSection.createItem, LR"( path="" ext="")"},
-        {L"[id][group]", kDPSection.createItem, L""},
-        {L"", kDPSection.createItem, LR"( path="" file="" ext="")"},
-        {L"", kPPSection.createItem,
-         LR"( paperbin="0" papersize="0" orientation="1" copies="1" printername="")"},
-        {L"[tag][width][screenwxh]", kUISection.createItem, LR"( screenwxh="" width="0" tag="")"},
-        // Dates as day-month-year.
-        {L"", dated<36526.75>, LR"( datasource="01-01-2000")"},
-        {L"", dated<60.0>, LR"( datasource="28-02-1900")"},
-        {L"", dated<2958465.0>, LR"( datasource="31-12-9999")"},
-        {L"", dated<0.0>, LR"( datasource="")"},
-        {L"", dated<-1.5>, LR"( datasource="")"},
-        {L"", dated<1e10>, LR"( datasource="")"},
-    };
-    for (const auto& row : table) {
-        const SectionKind kind{L"XX", L"", row.properties, row.createItem};
-        const ComPtr<_IUPSection> section = make<OddSection>(kind);
-        EXPECT_EQ(addItem(section.Get(), L"a", L"g"), S_OK);
-        const std::wstring xml =
-            XMLup().saveIntoXml(L"<UserPreferences version='1'/>", L"x", L"y", section.Get());
-        EXPECT_NE(xml.find(L"<XX_Item id=\"a\"" + row.fields + L"/>"), xml.npos) << xml;
-    }
-}
-
 TEST_F(PreferencesStore, AnyTextComesBack) {
     const std::wstring pair{wchar_t(0xD83D), wchar_t(0xDE00)};
     const struct {
@@ -248,86 +179,36 @@ TEST_F(PreferencesStore, ASaveTouchesItsOwnSectionAlone) {
 }
 
 TEST_F(PreferencesStore, OnlyFilesWithNamesEndingInXmlAreDocuments) {
-    const auto expectRefused = [this] {
+    for (const wchar_t* name : {L"a.dat", L"axml", L"a.xml.bak"}) {
+        file_ = folder_.path(name);
+        writeFile(file_, document(""));
         EXPECT_FALSE(load(makeSection(kKVSection).Get())) << file_;
         EXPECT_FALSE(saveValue()) << file_;
         EXPECT_FALSE(XMLup().createFile(file_)) << file_;
-    };
-    CreateDirectoryW(file_.c_str(), nullptr);
-    expectRefused();
-    EXPECT_TRUE(attributes(file_) & FILE_ATTRIBUTE_DIRECTORY);
-    for (const wchar_t* name : {L"a.dat", L"axml", L"a.xml.bak", L"xml"}) {
-        file_ = folder_.path(name);
-        writeFile(file_, document(""));
-        expectRefused();
         EXPECT_EQ(readFile(file_), document(""));
     }
+    file_ = folder_.path(L"folder.xml");
+    CreateDirectoryW(file_.c_str(), nullptr);
+    EXPECT_FALSE(saveValue());
 }
 
 TEST_F(PreferencesStore, TextsAreReadAndWrittenWithoutFiles) {
     const auto section = sectionWith(kKVSection, L"K", L"G", {{L"Value", L"é\x0416"}});
-    const struct {
-        const wchar_t* root;
-        bool isXml, isDocument;
-    } table[] = {{L"<UserPreferences version='1'><App id='Z'/></UserPreferences>", true, true},
-                 {L"<UserPreferences x='none'/>", true, true},
-                 {L"<UserPreferences/>", true, false},
-                 {L"<UserPreferences version='99999'/>", true, false},
-                 {L"<Other version='1'/>", false, false},
-                 {L"", false, false},
-                 {L"<!DOCTYPE a><UserPreferences version='1'/>", false, false}};
-    for (const auto& row : table) {
-        SCOPED_TRACE(row.root);
-        const auto read = makeSection(kKVSection);
-        EXPECT_EQ(XMLup().loadFromXml(row.root, L"A", L"U", read.Get()), row.isDocument);
-        const auto xml = XMLup().saveIntoXml(row.root, L"a", L"u", section.Get());
-        EXPECT_EQ(!xml.empty(), row.isXml);
-        EXPECT_EQ(XMLup().loadFromXml(xml, L"A", L"U", read.Get()), row.isDocument);
-        EXPECT_EQ(contents(read.Get()), row.isDocument ? L"K@G=é\x0416 " : L"");
-    }
-}
-
-TEST_F(PreferencesStore, TheDataSourceConvertsItsNameAndWantsOne) {
-    const auto source = make<UPDataSourceXML>(L"");
-    auto section = sectionWith(kKVSection, L"K", L"G");
-    const auto saves = [&] {
-        return yes(source.Get(), &_IUPDataSource::Save, nullptr, nullptr, section.GetAddressOf());
+    const auto saved = [&](const wchar_t* xml) {
+        return XMLup().saveIntoXml(xml, L"a", L"u", section.Get());
     };
-    EXPECT_FALSE(saves());
-    EXPECT_EQ(source->put_DataSource(Variant(5L)), S_OK);
-    EXPECT_EQ(source->putref_DataSource(Variant(7L)), S_OK);
-    const auto name = got<Variant>(source.Get(), &_IUPDataSource::get_DataSource);
-    EXPECT_EQ(name.vt, VT_BSTR);
-    EXPECT_EQ(textOf(name), L"5");
-    EXPECT_EQ(source->put_DataSource(str(file_)), S_OK);
-    EXPECT_TRUE(saves());
-    EXPECT_FALSE(yes(source.Get(), &_IUPDataSource::Load, nullptr, nullptr, nullptr));
+    const auto read = makeSection(kKVSection);
+    EXPECT_TRUE(
+        XMLup().loadFromXml(saved(L"<UserPreferences version='1'/>"), L"A", L"U", read.Get()));
+    EXPECT_EQ(contents(read.Get()), L"K@G=é\x0416 ");
+    EXPECT_EQ(saved(L"<Other version='1'/>"), L"");
 }
 
 // ---- bad input ---------------------------------------------------------------------------------
 
-std::string recoded(const std::string& encoding, const std::string& value) {
-    return "<?xml version=\"1.0\" encoding=\"" + encoding + "\"?><UserPreferences version=\"1\">" +
-           ofAna(withValue(value)) + "</UserPreferences>";
-}
-std::string wide(const std::string& xml) {
-    std::string result = "\xFF\xFE";
-    for (char c : xml) (result += c) += '\0';
-    return result;
-}
-std::string entityBomb() {
-    std::string bomb = "<!DOCTYPE UserPreferences [<!ENTITY a0 \"ha\">", last = "&a0;";
-    for (int i = 1; i < 40; ++i) {
-        const auto name = std::string("a").append(std::to_string(i));
-        bomb += "<!ENTITY " + name + " \"" + last + last + "\">";
-        last = "&" + name + ";";
-    }
-    return bomb + "]><UserPreferences version=\"1\">" + last + "</UserPreferences>";
-}
-
 TEST_F(PreferencesStore, BadDocumentsLoseNothing) {
     enum Fate { Refused, ReadOnly, SetAside, Begun, Merged };
-    const std::string good = document(others_), accents = "\xE7";
+    const std::string good = document(others_), values = document(ofAna(withValue("\xE7")));
     const struct {
         const char* what;
         std::string content;
@@ -339,14 +220,15 @@ TEST_F(PreferencesStore, BadDocumentsLoseNothing) {
         {"truncated", good.substr(0, good.size() - 30), SetAside},
         {"not XML", "hello", SetAside, FILE_ATTRIBUTE_HIDDEN},
         {"another root", "<Other version=\"1\"/>", Refused},
-        {"undeclared accents", "<UserPreferences version=\"1\" x=\"" + accents + "\"/>", SetAside},
-        {"UTF-8", recoded("utf-8", "\xC3\xA7"), Merged},
-        {"UTF-16", wide(recoded("utf-16", accents)), Merged},
-        {"hidden", recoded("windows-1252", accents), Merged, FILE_ATTRIBUTE_HIDDEN},
+        {"undeclared accents", "<UserPreferences version=\"1\" x=\"\xE7\"/>", SetAside},
+        {"UTF-8",
+         "<UserPreferences version=\"1\">" + ofAna(withValue("\xC3\xA7")) + "</UserPreferences>",
+         Merged},
+        {"hidden", values, Merged, FILE_ATTRIBUTE_HIDDEN},
         {"read-only", good, ReadOnly, FILE_ATTRIBUTE_READONLY},
         {"locked", good, Refused, FILE_ATTRIBUTE_NORMAL, 0},
         {"being read", good, ReadOnly, FILE_ATTRIBUTE_NORMAL, FILE_SHARE_READ},
-        {"entity bomb", entityBomb(), SetAside},
+        {"a document type", "<!DOCTYPE a><UserPreferences version=\"1\"/>", SetAside},
     };
     int number = 0;
     for (const auto& row : table) {
@@ -360,13 +242,11 @@ TEST_F(PreferencesStore, BadDocumentsLoseNothing) {
                                  nullptr);
             ASSERT_NE(holder, INVALID_HANDLE_VALUE);
         }
-        const std::wstring values = row.fate == Merged ? L"A@G=ç " : L"";
+        const std::wstring read = row.fate == Merged ? L"A@G=ç " : L"";
         const auto section = makeSection(kKVSection);
-        const DWORD start = GetTickCount();
         EXPECT_EQ(load(section.Get()), row.fate == ReadOnly || row.fate == Merged);
-        EXPECT_EQ(contents(section.Get()), values);
+        EXPECT_EQ(contents(section.Get()), read);
         EXPECT_EQ(save(sectionWith(kDPSection, L"K", L"G")), row.fate >= SetAside);
-        EXPECT_LT(GetTickCount() - start, 4000u);
         CloseHandle(holder);
 
         EXPECT_EQ(readFile(file_ + L".bad"), row.fate == SetAside ? row.content : "");
@@ -377,7 +257,7 @@ TEST_F(PreferencesStore, BadDocumentsLoseNothing) {
             EXPECT_EQ(readFile(file_), row.content);
         } else {
             EXPECT_EQ(stored(kDPSection, L"Path"), L"K@G= ");
-            EXPECT_EQ(stored(kKVSection), values);
+            EXPECT_EQ(stored(kKVSection), read);
         }
         SetFileAttributesW(file_.c_str(), FILE_ATTRIBUTE_NORMAL);
     }
@@ -412,30 +292,25 @@ TEST_F(PreferencesStore, IdentitiesOfEveryKind) {
     const std::wstring longText(10000, L'Ç');
     const struct {
         std::wstring application, user, id, group;
-        bool done;
+        bool done = true;
     } table[] = {
-        {L"ação", L"\x4E2D", L"É", L"\x0416", true},
-        {L" a  b ", L" u ", L"a b", L" ", true},
-        {L"a'b<&>", L"x]/..", L"'\"<&>]", L"'<&>/*", true},
-        {L"", L"", L"", L"", true},
-        {longText, longText, longText, longText, true},
-        {L"a\tb\nc", L"u", L"a\tb\nc", L"g\tg", true},
+        {L"ação", L"\x4E2D", L"É", L"\x0416"},
+        {L"a'b<&>", L"x]/..", L"'\"<&>]", L"'<&>/*"},
+        {L"", L"", L"", L""},
+        {longText, longText, longText, longText},
         {L"a", L"\"", L"k", L"g", false},
         {L"a", L"u", L"k", L"g\"g", false},
     };
     for (const auto& row : table) {
         SCOPED_TRACE(row.application.substr(0, 20) + L"/" + row.user.substr(0, 20));
-        SetFileAttributesW(file_.c_str(), FILE_ATTRIBUTE_NORMAL);
         writeFile(file_, document(others_));
         const auto section = sectionWith(kDPSection, row.id, row.group, {{L"Path", L"p"}});
         EXPECT_EQ(save(section, row.application, row.user), row.done);
-        if (!row.done) {
-            EXPECT_EQ(readFile(file_), document(others_));
-            continue;
-        }
         EXPECT_NE(compact(readFile(file_)).find(others_), std::string::npos);
-        EXPECT_EQ(stored(kDPSection, L"Path", row.application, row.user),
-                  row.id + L"@" + row.group + L"=p ");
+        const auto read = makeSection(kDPSection);
+        load(read.Get(), row.application, row.user);
+        EXPECT_EQ(contents(read.Get(), L"Path"),
+                  row.done ? row.id + L"@" + row.group + L"=p " : L"");
     }
 }
 

@@ -1,6 +1,6 @@
 // A program for the tests to run, and to kill.
 //
-//     vela_saver FILE USER SECTION ROUNDS EVENT
+//     vela_saver FILE USER ROUNDS EVENT
 //
 // Saves a section ROUNDS times or, at 0, until it is killed; in each round all its values are the
 // round's number. Sets the event after the first round. Exits with 0, or with 1 when a save failed.
@@ -14,17 +14,14 @@
 namespace vela {
 namespace {
 
-constexpr int kItems = 200;
-
-bool save(const std::wstring& file, const std::wstring& user, const SectionKind& kind, int round) {
-    const auto section = makeSection(kind);
+bool save(const std::wstring& file, const std::wstring& user, int round) {
+    const auto section = makeSection(kKVSection);
     ComPtr<_UPItems> items;
     check(section->get_Items(&items));
-    for (int i = 0; i < kItems; ++i) {
+    for (int i = 0; i < 200; ++i) {
         ComPtr<IDispatch> item;
         check(section->CreateItem(&item));
-        const bool isPath = &kind == &kDPSection;
-        putProperty(item.Get(), isPath ? L"Path" : L"Value", Variant(std::to_wstring(round)));
+        putProperty(item.Get(), L"Value", Variant(std::to_wstring(round)));
         check(items->Add(item.GetAddressOf(), Bstr(L"K" + std::to_wstring(i)).get(),
                          Bstr(L"G").get()));
     }
@@ -32,11 +29,10 @@ bool save(const std::wstring& file, const std::wstring& user, const SectionKind&
 }
 
 bool saveRounds(wchar_t** arguments) {
-    const SectionKind& kind = std::wstring_view(arguments[3]) == L"DP" ? kDPSection : kKVSection;
-    const int rounds = _wtoi(arguments[4]);
+    const int rounds = _wtoi(arguments[3]);
     for (int round = 1; rounds == 0 || round <= rounds; ++round) {
-        if (!save(arguments[1], arguments[2], kind, round)) return false;
-        if (round == 1) SetEvent(OpenEventW(EVENT_MODIFY_STATE, FALSE, arguments[5]));
+        if (!save(arguments[1], arguments[2], round)) return false;
+        if (round == 1) SetEvent(OpenEventW(EVENT_MODIFY_STATE, FALSE, arguments[4]));
     }
     return true;
 }
@@ -49,7 +45,7 @@ int main() {
     wchar_t** arguments = CommandLineToArgvW(GetCommandLineW(), &count);
     bool done = false;
     CoInitialize(nullptr);
-    if (count == 6) vela::quietly([&] { done = vela::saveRounds(arguments); });
+    if (count == 5) vela::quietly([&] { done = vela::saveRounds(arguments); });
     CoUninitialize();
     return done ? 0 : 1;
 }

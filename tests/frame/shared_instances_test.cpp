@@ -11,19 +11,16 @@ namespace {
 using test::Module;
 
 ComPtr<_TextUtil> textOf(_MyUtil* util) {
-    ComPtr<_TextUtil> text;
-    EXPECT_EQ(util->get_MyText(&text), S_OK);
-    return text;
+    return test::got<ComPtr<_TextUtil>>(util, &_MyUtil::get_MyText);
 }
 
 // A copy of the module: what its shared instances do cannot be seen from the other tests.
 class FrameSharedInstances : public testing::Test {
   protected:
-    void SetUp() override {
-        ASSERT_TRUE(CopyFileW(test::modulePath().c_str(), path_.c_str(), TRUE));
-    }
     test::TemporaryFolder folder_;
     const std::wstring path_ = folder_.path(L"copy.dll");
+    const BOOL copied_ = CopyFileW(test::modulePath().c_str(), path_.c_str(), TRUE);
+    const Module module_{path_};
 };
 
 // Runs `body` in an apartment that ends with it.
@@ -37,28 +34,24 @@ void inApartment(Body body) {
 }
 
 TEST_F(FrameSharedInstances, AreTheSameFromEveryFacade) {
-    const Module module(path_);
     inApartment([&] {
-        const auto first = module.create<_MyUtil>();
-        const auto second = module.create<_MyUtil>();
+        const auto first = module_.create<_MyUtil>();
+        const auto second = module_.create<_MyUtil>();
         const auto text = textOf(first.Get());
         EXPECT_EQ(textOf(first.Get()).Get(), text.Get());
         EXPECT_EQ(textOf(second.Get()).Get(), text.Get());
-        EXPECT_NE(module.create<_TextUtil>().Get(), text.Get());
-        ComPtr<_SysUtil> one;
-        ComPtr<_SysUtil> other;
-        EXPECT_EQ(first->get_MySys(&one), S_OK);
-        EXPECT_EQ(second->get_MySys(&other), S_OK);
-        EXPECT_EQ(one.Get(), other.Get());
-        EXPECT_NE(module.create<_SysUtil>().Get(), one.Get());
+        EXPECT_NE(module_.create<_TextUtil>().Get(), text.Get());
+        const auto system = [](const ComPtr<_MyUtil>& util) {
+            return test::got<ComPtr<_SysUtil>>(util.Get(), &_MyUtil::get_MySys);
+        };
+        EXPECT_EQ(system(first).Get(), system(second).Get());
     });
 }
 
 TEST_F(FrameSharedInstances, GoWithTheApartmentThatMadeThem) {
-    const Module module(path_);
     IUnknown* held = nullptr;
     inApartment([&] {
-        const auto util = module.create<_MyUtil>();
+        const auto util = module_.create<_MyUtil>();
         held = textOf(util.Get()).Detach();
         // An inner pair of calls is not the end.
         ASSERT_EQ(CoInitialize(nullptr), S_FALSE);
@@ -66,16 +59,15 @@ TEST_F(FrameSharedInstances, GoWithTheApartmentThatMadeThem) {
         EXPECT_EQ(static_cast<IUnknown*>(textOf(util.Get()).Get()), held);
     });
     EXPECT_EQ(held->Release(), 0u);  // the caller's was the last reference
-    inApartment([&] { EXPECT_TRUE(textOf(module.create<_MyUtil>().Get())); });
-    EXPECT_EQ(module.call("DllCanUnloadNow"), S_OK);
+    inApartment([&] { EXPECT_TRUE(textOf(module_.create<_MyUtil>().Get())); });
+    EXPECT_EQ(module_.call("DllCanUnloadNow"), S_OK);
 }
 
 TEST_F(FrameSharedInstances, LetTheModuleGoWhenCallersHoldNothing) {
-    const Module module(path_);
-    const auto canUnload = [&] { return module.call("DllCanUnloadNow"); };
+    const auto canUnload = [&] { return module_.call("DllCanUnloadNow"); };
     EXPECT_EQ(canUnload(), S_OK);
     inApartment([&] {
-        auto util = module.create<_MyUtil>();
+        auto util = module_.create<_MyUtil>();
         auto text = textOf(util.Get());
         EXPECT_EQ(canUnload(), S_FALSE);
         util.Reset();
@@ -83,12 +75,12 @@ TEST_F(FrameSharedInstances, LetTheModuleGoWhenCallersHoldNothing) {
         std::thread([&] { EXPECT_EQ(canUnload(), S_FALSE); }).join();
         text.Reset();
         EXPECT_EQ(canUnload(), S_OK);
-        EXPECT_TRUE(textOf(module.create<_MyUtil>().Get()));  // and can be used again
+        EXPECT_TRUE(textOf(module_.create<_MyUtil>().Get()));  // and can be used again
 
         // Neither while a class factory is held, nor while one has locked the server.
         ComPtr<IClassFactory> factory;
         for (const BOOL locked : {TRUE, FALSE}) {
-            ASSERT_EQ(module.classObject(ClassOf<_MyUtil>::id(), factory), S_OK);
+            ASSERT_EQ(module_.classObject(ClassOf<_MyUtil>::id(), factory), S_OK);
             EXPECT_EQ(factory->LockServer(locked), S_OK);
             EXPECT_EQ(canUnload(), S_FALSE);
             factory.Reset();
@@ -96,31 +88,6 @@ TEST_F(FrameSharedInstances, LetTheModuleGoWhenCallersHoldNothing) {
         }
     });
     EXPECT_EQ(canUnload(), S_OK);
-}
-
-// Shared objects may use each other while they are made and while they go.
-TEST(FrameSharedSlots, AreMadeOnceAndGoInReverse) {
-    if (!releaseIfUnused()) GTEST_SKIP() << "earlier tests left shared preferences to this thread";
-    std::wstring log;
-    inApartment([&] {
-        const GUID keys[] = {{1, 0, 0, {}}, {2, 0, 0, {}}};
-        const auto made = [&](wchar_t name) {
-            log += name;
-            return std::shared_ptr<void>(new int, [&log, name](void* held) {
-                delete static_cast<int*>(held);
-                log += static_cast<wchar_t>(name - L'a' + L'A');
-            });
-        };
-        const auto inner = [&] {
-            return sharedSlot(
-                keys[0], [&] { return made(L'a'); }, false);
-        };
-        sharedSlot(
-            keys[1], [&] { return inner(), made(L'b'); }, false);
-        inner();
-        EXPECT_EQ(log, L"ab");
-    });
-    EXPECT_EQ(log, L"abBA");
 }
 
 }  // namespace

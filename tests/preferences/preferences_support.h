@@ -24,18 +24,6 @@ inline std::wstring shown(IDispatch* object, const wchar_t* property) {
 
 inline Variant str(std::wstring_view text) { return Variant(text); }
 
-// What a member gives through its last parameter.
-template <class Result, class Object, class Member, class... Arguments>
-Result got(Object* object, Member member, Arguments... arguments) {
-    Result result{};
-    EXPECT_EQ((object->*member)(arguments..., &result), S_OK);
-    return result;
-}
-template <class Object, class Member, class... Arguments>
-bool yes(Object* object, Member member, Arguments... arguments) {
-    return isTrue(got<VARIANT_BOOL>(object, member, arguments...));
-}
-
 inline ComPtr<_UPItems> itemsOf(_IUPSection* section) {
     return got<ComPtr<_UPItems>>(section, &_IUPSection::get_Items);
 }

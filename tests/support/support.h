@@ -45,6 +45,18 @@ ComPtr<Interface> createAs(const wchar_t* progId) {
     return object;
 }
 
+// What a member gives through its last parameter.
+template <class Result, class Object, class Member, class... Arguments>
+Result got(Object* object, Member member, Arguments... arguments) {
+    Result result{};
+    EXPECT_EQ((object->*member)(arguments..., &result), S_OK);
+    return result;
+}
+template <class Object, class Member, class... Arguments>
+bool yes(Object* object, Member member, Arguments... arguments) {
+    return isTrue(got<VARIANT_BOOL>(object, member, arguments...));
+}
+
 // A folder of its own for one test, removed with its content at the end.
 class TemporaryFolder {
   public:

@@ -9,20 +9,22 @@ namespace vela::test {
 
 // A cTCP that logs its events, each as "name:argument:argument ".
 class Endpoint {
+    std::wstring log_;
+
   public:
     explicit Endpoint(const wchar_t* filter = L"") {
-        ComPtr<IConnectionPointContainer> container;
-        const auto sink = adopted(new LateObject);
-        sink->invoked = [this](DISPID id, WORD, DISPPARAMS& call, VARIANT*, EXCEPINFO*) {
-            hear(id, call);
-            return S_OK;
-        };
-        EXPECT_EQ(tcp.As(&container), S_OK);
-        EXPECT_EQ(container->FindConnectionPoint(__uuidof(__cTCP), &point_), S_OK);
-        EXPECT_EQ(point_->Advise(sink.Get(), &cookie_), S_OK);
+        test::listen(static_cast<_cTCP*>(tcp.Get()), __uuidof(__cTCP),
+                     [this](DISPID id, WORD, DISPPARAMS& call, auto&&...) {
+                         log_ += id == 1 ? L"Mensagem" : id == 2 ? L"MsgEnviada" : L"Erro";
+                         for (UINT i = call.cArgs; i > 0; --i) {
+                             log_ += L":" + textOf(call.rgvarg[i - 1]);
+                         }
+                         log_ += L' ';
+                         onEvent();
+                         return S_OK;
+                     });
         EXPECT_EQ(tcp->put_FiltroDeMensagens(Bstr(filter).get()), S_OK);
     }
-    ~Endpoint() { point_->Unadvise(cookie_); }
 
     void attach(IDispatch* control) { EXPECT_EQ(tcp->putref_TcpCom(control), S_OK); }
     void initialise(LONG localPort, LONG remotePort = 0, const wchar_t* host = L"") {
@@ -32,45 +34,24 @@ class Endpoint {
     }
     // The port that it listens on.
     LONG listen() {
-        VARIANT_BOOL result = VARIANT_FALSE;
-        LONG port = 0;
-        EXPECT_EQ(tcp->IniciarEscuta(&result), S_OK);
-        EXPECT_EQ(result, VARIANT_TRUE);
-        EXPECT_EQ(tcp->get_portaLocal(&port), S_OK);
-        return port;
+        EXPECT_TRUE(yes(tcp.Get(), &_cTCP::IniciarEscuta));
+        return got<LONG>(tcp.Get(), &_cTCP::get_portaLocal);
     }
-    void send(std::wstring_view message) {
-        VARIANT_BOOL result = VARIANT_FALSE;
-        EXPECT_EQ(tcp->EnviarMsg(Bstr(message).get(), nullptr, nullptr, nullptr, &result), S_OK);
-        EXPECT_EQ(result, VARIANT_TRUE);
+    // With a local port, the remote place is set, too.
+    void send(std::wstring_view message, LONG localPort = 0, LONG remotePort = 0,
+              const wchar_t* host = L"") {
+        Bstr name(host);
+        BSTR given = name.get();
+        EXPECT_TRUE(yes(tcp.Get(), &_cTCP::EnviarMsg, Bstr(message).get(), &localPort, &remotePort,
+                        &given));
     }
-    bool sent() const {
-        VARIANT_BOOL result = VARIANT_FALSE;
-        EXPECT_EQ(tcp->get_MsgEnviada(&result), S_OK);
-        return isTrue(result);
-    }
-    SHORT state() const {
-        SHORT result = -1;
-        EXPECT_EQ(tcp->get_StatusPorta(&result), S_OK);
-        return result;
-    }
+    bool sent() const { return yes(tcp.Get(), &_cTCP::get_MsgEnviada); }
+    SHORT state() const { return got<SHORT>(tcp.Get(), &_cTCP::get_StatusPorta); }
     std::wstring log() { return std::exchange(log_, {}); }
     bool heard() const { return !log_.empty(); }
 
-    const ComPtr<cTCP> tcp = make<cTCP>();
     std::function<void()> onEvent = [] {};
-
-  private:
-    void hear(DISPID id, DISPPARAMS& call) {
-        log_ += id == 1 ? L"Mensagem" : id == 2 ? L"MsgEnviada" : L"Erro";
-        for (UINT i = call.cArgs; i > 0; --i) log_ += L":" + textOf(call.rgvarg[i - 1]);
-        log_ += L' ';
-        onEvent();
-    }
-
-    ComPtr<IConnectionPoint> point_;
-    DWORD cookie_ = 0;
-    std::wstring log_;
+    const ComPtr<cTCP> tcp = make<cTCP>();
 };
 
 // Runs the message loop until `done`, at most `limit` milliseconds; whether it came to be.

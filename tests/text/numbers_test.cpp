@@ -39,7 +39,8 @@ TEST(TextNumbers, RoundAmountsHalfAwayFromZero) {
     };
     for (const auto& [amount, kind, expected, error] : table) {
         Currency found = 0;
-        EXPECT_EQ(raised([&] { found = rounded(amount, kind); }), error) << amount << " " << kind;
+        EXPECT_EQ(raised([&, a = amount, k = kind] { found = rounded(a, k); }), error)
+            << amount << " " << kind;
         EXPECT_EQ(found, expected) << amount << " " << kind;
     }
 }

@@ -87,6 +87,7 @@ TEST_F(SystemRegistry, KeepsTextAsAnsiBytesWithoutTerminator) {
         {L"a\u65e5b\u0416", L"a?b?", L"a?b?"},
         {L"  two  \t ", L"  two  \t ", L"two  \t"},
         {zeros, zeros, L"a b"},
+        {longest.substr(1), longest.substr(1), longest.substr(1)},
         {longest, longest, longest},
         {longest + L"x", longest + L"x", L"234"},
     };

@@ -12,6 +12,7 @@ WScript.Echo "values.vbs: passed"
 Sub Main()
     Entries
     VariablesByReference
+    Arrays
     OmittedArguments
     Errors
 End Sub
@@ -49,9 +50,26 @@ Sub VariablesByReference()
     text.MudaChar parts(1), " ", "_"
     Check "an array's element", parts(1), "a_b"
     Check "a template", text.PreparaTextoComVars("@X1 and @X2", Array("a", 2)), "a and 2"
+    value = CCur("123456789012" & Mid(1.5, 2, 1) & "3456")
+    Check "all digits of money", text.StrPontoDecimal(value), "123456789012.3456"
     Set letters = Filled("a", "b")
     util.MySys.ClearCollection letters, True
     Check "an object set to nothing", letters Is Nothing, True
+End Sub
+
+Sub Arrays()
+    Dim text, dynamic(), fixed(1), given, numbers, which, place
+    Set text = util.MyText
+    Check "into a dynamic array", text.ParteTexto("one two", dynamic, 3) & dynamic(1), "2two"
+    given = Array(1, 2, 3, 4)
+    Check "over another", text.SeparaPorChar("x", ";", given) & UBound(given) & given(0), "10x"
+    fixed(0) = "b"
+    fixed(1) = "a"
+    text.OrdenarArrayStr fixed
+    Check "sorted", fixed(0) & fixed(1), "ab"
+    numbers = Array(20, 3)
+    text.ProcuraUmDeVarios 1203, 1, numbers, which, place
+    Check "numbers as texts", which & place & VarType(numbers(0)), "12" & vbInteger
 End Sub
 
 ' And members that suppress errors, before the preferences are started.
@@ -87,6 +105,9 @@ Sub Errors()
     Expect "an array as text", 13
     text.NoSuchMember
     Expect "no such member", 438
+    value = Array("kept")
+    text.SeparaPorChar String(40000, "a"), "a", value
+    Expect "too many parts" & value(0), 6
 End Sub
 
 ' A collection of the letters from one to another, each its own key.

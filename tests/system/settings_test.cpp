@@ -70,15 +70,8 @@ TEST(SystemGeography, FollowsTheCountryThatIsSet) {
 TEST(SystemSounds, AreTheFilesThatTheUserHasChosen) {
     wchar_t windows[MAX_PATH];
     GetWindowsDirectoryW(windows, MAX_PATH);
-    for (const auto& [sound, key] :
-         {std::pair(Sound::Mail, L".Default\\MailBeep"),
-          std::pair(Sound::Alert, L".Default\\SystemExclamation"),
-          std::pair(Sound::Notification, L".Default\\SystemNotification"),
-          std::pair(Sound::Recycle, L"Explorer\\EmptyRecycleBin"),
-          std::pair(Sound::CriticalStop, L".Default\\SystemHand"),
-          std::pair(Sound::DeviceConnect, L".Default\\DeviceConnect"),
-          std::pair(Sound::DeviceDisconnect, L".Default\\DeviceDisconnect"),
-          std::pair(Sound::DeviceFail, L".Default\\DeviceFail")}) {
+    for (const auto& [sound, key] : {std::pair(Sound::Mail, L".Default\\MailBeep"),
+                                     std::pair(Sound::Recycle, L"Explorer\\EmptyRecycleBin")}) {
         const std::wstring path = std::wstring(L"AppEvents\\Schemes\\Apps\\") + key + L"\\.Current";
         const Setting chosen(path, nullptr, L"%SystemRoot%\\none.wav", REG_EXPAND_SZ);
         const std::wstring wanted = std::wstring(windows) + L"\\none.wav";

@@ -41,8 +41,7 @@ inline std::span<VARIANT> single(VARIANT& argument) { return {&argument, 1}; }
 Variant getProperty(IDispatch* object, const wchar_t* name);
 void putProperty(IDispatch* object, const wchar_t* name, Variant value);
 
-// ---- how one parameter travels outwards
-// ----------------------------------------------------------
+// ---- how one parameter travels outwards ---------------------------------------------------------
 
 template <class Slot>
 class Outgoing;
@@ -175,8 +174,7 @@ class Returned<ResultPointer<Interface>> {
     }
 };
 
-// ---- the adapter itself
-// --------------------------------------------------------------------------
+// ---- the adapter itself -------------------------------------------------------------------------
 
 template <class Interface>
 class AdapterBase : public Interface, public ScriptAdapter {

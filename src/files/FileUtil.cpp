@@ -56,8 +56,7 @@ HRESULT FileUtil::QueFicheiro(BSTR title, VARIANT_BOOL opens, VARIANT* name, VAR
     });
 }
 
-// ---- whole files
-// ---------------------------------------------------------------------------------
+// ---- whole files --------------------------------------------------------------------------------
 
 HRESULT FileUtil::LerFicheiro(BSTR file, BSTR* result) {
     return answerQuietly(result, [&] { return readText(pathIn(file)); });
@@ -91,8 +90,7 @@ HRESULT FileUtil::DesencriptarFicheiroParaFicheiro(BSTR from, BSTR to, BSTR* key
     });
 }
 
-// ---- what is there
-// -------------------------------------------------------------------------------
+// ---- what is there ------------------------------------------------------------------------------
 
 HRESULT FileUtil::NomeFichTemporario(BSTR* result) {
     return answerQuietly(result, newTemporaryFile);
@@ -127,8 +125,7 @@ HRESULT FileUtil::ProbablyIsFile(BSTR path, VARIANT_BOOL* result) {
     return answer(result, [&] { return isProbablyFile(pathIn(path)); });
 }
 
-// ---- the parts of a path
-// -------------------------------------------------------------------------
+// ---- the parts of a path ------------------------------------------------------------------------
 
 HRESULT FileUtil::QualPercurso(BSTR path, BSTR* result) {
     return answer(result, [&] { return folderOf(text(path)); });
@@ -159,8 +156,7 @@ HRESULT FileUtil::SeparaPercursoNomeExt(BSTR path, BSTR* folder, BSTR* name, BST
     });
 }
 
-// ---- folders and drives
-// --------------------------------------------------------------------------
+// ---- folders and drives -------------------------------------------------------------------------
 
 HRESULT FileUtil::InfoDaPasta(BSTR path, IFolder** result) {
     return answerQuietly(result, [&] { return folderObject(pathIn(path)); });

@@ -16,8 +16,8 @@ struct PrinterChoice {
     short size = 0;         // platform paper size; 0: as the printer has it
 };
 
-// Lets the user choose, starting from `start`. Nothing when he cancels, and at once when there is no
-// printer to start from, or no screen to ask on.
+// Lets the user choose, starting from `start`. Nothing when he cancels, and at once when there is
+// no printer to start from, or no screen to ask on.
 std::optional<PrinterChoice> askForPrinter(HWND owner, const PrinterChoice& start);
 
 }  // namespace vela

@@ -28,7 +28,7 @@ ComPtr<ITypeInfo> typeInformationOf(IDispatch* object);
 // What a described interface is recognised by. An interface does not change under its id; the rest
 // guards against one that did so while it was being written.
 struct InterfaceIdentity {
-    GUID id;  // GUID_NULL for descriptions made while a program runs
+    GUID id;
     WORD major, minor, functions, variables;
 
     bool operator==(const InterfaceIdentity&) const = default;

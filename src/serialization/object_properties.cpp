@@ -42,12 +42,19 @@ SharedProperties readClass(ITypeInfo* info) {
     return properties;
 }
 
+// Script engines describe each object for itself, all of them under one id.
+bool isOfTypeLibrary(ITypeInfo* info) {
+    ComPtr<ITypeLib> library;
+    UINT index = 0;
+    return SUCCEEDED(info->GetContainingTypeLib(&library, &index)) && library;
+}
+
 // Null for an object that has no type information.
 SharedProperties classOf(IDispatch* object) {
     const auto info = typeInformationOf(object);
     if (!info) return nullptr;
+    if (!isOfTypeLibrary(info.Get())) return readClass(info.Get());
     const InterfaceIdentity identity = identityOf(info.Get());
-    if (identity.id == GUID_NULL) return readClass(info.Get());
     for (const KnownClass& known : knownClasses()) {
         if (known.identity == identity) return known.properties;
     }

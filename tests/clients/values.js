@@ -29,6 +29,9 @@ function objects() {
           "<Item code=\"12\" active=\"True\" box=\"12x3\">" +
           "<Description>Paper &amp; \"ink\"</Description></Item>");
     var xml = "<Item Code='7'><x><Description>Ink</Description></x></Item>";
+    // Objects that have the same members in another order.
+    check("one", serializer.Serialize({ A: 1, B: 2 }, "Item", "@A,@B"), '<Item a="1" b="2"/>');
+    check("other", serializer.Serialize({ B: 2, A: 1 }, "Item", "@A,@B"), '<Item a="1" b="2"/>');
     check("reading", serializer.DeSerialize(article, xml, "@Code,/Description,/Nothing"), false);
     check("what was read", article.Code + article.Description, "7Ink");
 }

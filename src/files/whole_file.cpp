@@ -10,6 +10,7 @@ namespace vela {
 
 namespace {
 
+constexpr wchar_t kSiblingSuffix[] = L".vela.tmp";  // no file of anybody else's
 constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 constexpr DWORD kPatience = 5000;      // ms
 constexpr DWORD kMoment = 1000;        // ms
@@ -145,7 +146,7 @@ FileReplacement::~FileReplacement() {
 }
 
 DWORD FileReplacement::open() {
-    const std::wstring name = path_ + L".tmp";
+    const std::wstring name = path_ + kSiblingSuffix;
     const ULONGLONG start = GetTickCount64();
     for (;;) {
         // Nobody else may write to the sibling: that makes it the lock, too. Once it has the file's

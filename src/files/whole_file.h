@@ -41,10 +41,10 @@ DWORD writeNewFile(const std::wstring& path, const void* content, std::size_t si
 
 // Replaces one file. From its construction to its commit or end, others who replace the same file
 // in this way wait: what is read meanwhile is still true when it is replaced. The new content goes
-// into a sibling file (".tmp" appended to the name) and takes the place of the old one in a single
-// step; a process killed at any point leaves the old content or the new. Content that is flushed to
-// the disk before that step holds against a power failure, too. The new file has the access rights
-// that its folder gives to new files.
+// into a sibling file (".vela.tmp" appended to the name) and takes the place of the old one in a
+// single step; a process killed at any point leaves the old content or the new. Content that is
+// flushed to the disk before that step holds against a power failure, too. The new file has the
+// access rights that its folder gives to new files.
 class FileReplacement {
   public:
     // Waits for others up to five seconds.

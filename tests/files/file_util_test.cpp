@@ -54,7 +54,7 @@ TEST_F(FilesFileUtil, WritesAndReadsBytes) {
     }
     EXPECT_EQ(called(L"EscreverFicheiro", {file_, L"\u20AC\u4E00"}), L"True");
     EXPECT_EQ(readFile(file_), "\x80?");
-    EXPECT_FALSE(exists(file_ + L".tmp"));
+    EXPECT_FALSE(exists(file_ + L".vela.tmp"));
 }
 
 TEST_F(FilesFileUtil, AnswersNeutrallyWhereThereIsNoFile) {
@@ -80,7 +80,7 @@ TEST_F(FilesFileUtil, AnswersNeutrallyWhereThereIsNoFile) {
     }
     EXPECT_EQ(called(L"QuantosFich", {L"Z:\\sys\\*.none"}), L"0");
     EXPECT_TRUE(exists(folder_.path(L"folder")));
-    EXPECT_FALSE(exists(file_) || exists(L".tmp"));
+    EXPECT_FALSE(exists(file_) || exists(L".vela.tmp"));
 }
 
 TEST_F(FilesFileUtil, KeepsTheOldContentWhenItCannotBeReplaced) {

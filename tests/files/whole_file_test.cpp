@@ -37,7 +37,7 @@ TEST_F(FilesWholeFile, ReplacementsOfOneFileWaitForEachOther) {
 }
 
 TEST_F(FilesWholeFile, NeitherAbortedNorKilledReplacementsLeaveARest) {
-    const std::wstring beside = path_ + L".tmp";
+    const std::wstring beside = path_ + L".vela.tmp";
     ASSERT_EQ(replace(path_, "old"), DWORD{ERROR_SUCCESS});
     EXPECT_EQ(FileReplacement(path_).error(), DWORD{ERROR_SUCCESS});  // and not committed
     EXPECT_EQ(readFile(path_), "old");

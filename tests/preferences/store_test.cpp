@@ -251,7 +251,7 @@ TEST_F(PreferencesStore, BadDocumentsLoseNothing) {
 
         EXPECT_EQ(readFile(file_ + L".bad"), row.fate == SetAside ? row.content : "");
         EXPECT_EQ(exists(file_ + L".bad"), row.fate == SetAside);
-        EXPECT_FALSE(exists(file_ + L".tmp"));
+        EXPECT_FALSE(exists(file_ + L".vela.tmp"));
         EXPECT_EQ(attributes(file_) & 3, row.attributes & 3);  // read-only, hidden
         if (row.fate < SetAside) {
             EXPECT_EQ(readFile(file_), row.content);

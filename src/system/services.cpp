@@ -33,6 +33,12 @@ SC_HANDLE openManager(std::wstring computer) {
     return OpenSCManagerW(computer.c_str(), nullptr, SC_MANAGER_CONNECT);
 }
 
+// 0 when it cannot be told.
+DWORD stateOf(SC_HANDLE service) {
+    SERVICE_STATUS status{};
+    return QueryServiceStatus(service, &status) ? status.dwCurrentState : DWORD{0};
+}
+
 // What `use` gives for the open service; `use` is not called when it cannot be opened.
 template <class Use>
 auto withService(const std::wstring& service, const std::wstring& computer, DWORD access, Use use)
@@ -46,23 +52,23 @@ auto withService(const std::wstring& service, const std::wstring& computer, DWOR
 }  // namespace
 
 DWORD serviceState(const std::wstring& service, const std::wstring& computer) {
-    return withService(service, computer, SERVICE_QUERY_STATUS, [](SC_HANDLE open) {
-        SERVICE_STATUS status{};
-        return QueryServiceStatus(open, &status) ? status.dwCurrentState : DWORD{0};
-    });
+    return withService(service, computer, SERVICE_QUERY_STATUS, stateOf);
 }
 
 bool startService(const std::wstring& service, const std::wstring& computer) {
-    return withService(service, computer, SERVICE_START, [](SC_HANDLE open) {
-        return StartServiceW(open, 0, nullptr) || GetLastError() == ERROR_SERVICE_ALREADY_RUNNING;
+    return withService(service, computer, SERVICE_START | SERVICE_QUERY_STATUS, [](SC_HANDLE open) {
+        if (StartServiceW(open, 0, nullptr)) return true;
+        // One that is stopping counts as running, too.
+        return GetLastError() == ERROR_SERVICE_ALREADY_RUNNING &&
+               stateOf(open) != SERVICE_STOP_PENDING;
     });
 }
 
 bool stopService(const std::wstring& service, const std::wstring& computer) {
-    return withService(service, computer, SERVICE_STOP, [](SC_HANDLE open) {
+    return withService(service, computer, SERVICE_STOP | SERVICE_QUERY_STATUS, [](SC_HANDLE open) {
         SERVICE_STATUS status{};
         return ControlService(open, SERVICE_CONTROL_STOP, &status) ||
-               GetLastError() == ERROR_SERVICE_NOT_ACTIVE;
+               GetLastError() == ERROR_SERVICE_NOT_ACTIVE || stateOf(open) == SERVICE_STOP_PENDING;
     });
 }
 

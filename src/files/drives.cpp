@@ -61,7 +61,7 @@ SharePath sharePath(const std::wstring& path) {
     const std::wstring full = fullPath(path);
     const std::wstring drive = driveOf(full);
     const std::wstring share = shareBehind(drive);
-    if (share.empty()) return {path, serverOf(full)};
+    if (share.empty()) return {full, serverOf(full)};
     return {share + full.substr(full.find(L':') + 1), serverOf(share)};
 }
 

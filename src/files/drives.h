@@ -18,10 +18,11 @@ std::wstring driveHolding(const std::wstring& path);
 std::wstring serialNumber(const std::wstring& path);
 
 struct SharePath {
-    std::wstring path;    // by server and share; as it was given where it is on no share
+    std::wstring path;    // whole; by server and share where it is on one
     std::wstring server;  // its name; empty where the path is on no share
 };
-// Where a path is that goes through a drive letter which stands for a share.
+// Where a path is: also one that goes through a drive letter which stands for a share, or that is
+// relative to a folder on one.
 SharePath sharePath(const std::wstring& path);
 
 }  // namespace vela

@@ -71,9 +71,13 @@ Descriptions outgoingInterfaces(IUnknown* object, IConnectionPointContainer* con
     ComPtr<ITypeLib> library;
     UINT index = 0;
     description->GetContainingTypeLib(&library, &index);
+    // The sink can be called by numbers alone, not through virtual functions.
+    const auto add = [&](const ComPtr<ITypeInfo>& info) {
+        if (attribute(info.Get(), &TYPEATTR::typekind) == TKIND_DISPATCH) found.push_back(info);
+    };
     const auto addById = [&](const IID& id) {
         ComPtr<ITypeInfo> info;
-        if (library && SUCCEEDED(library->GetTypeInfoOfGuid(id, &info))) found.push_back(info);
+        if (library && SUCCEEDED(library->GetTypeInfoOfGuid(id, &info))) add(info);
     };
     ComPtr<IProvideClassInfo2> provider;
     IID id{};
@@ -81,7 +85,7 @@ Descriptions outgoingInterfaces(IUnknown* object, IConnectionPointContainer* con
         SUCCEEDED(provider->GetGUID(GUIDKIND_DEFAULT_SOURCE_DISP_IID, &id))) {
         addById(id);
     }
-    if (const auto source = defaultSource(description.Get())) found.push_back(source);
+    if (const auto source = defaultSource(description.Get())) add(source);
     for (const IID& point : connectionIds(container)) addById(point);
     return found;
 }

@@ -39,7 +39,9 @@ std::vector<std::wstring_view> TextElements::texts() const {
 
 VariantTexts variantTexts(SAFEARRAY* array) {
     VariantTexts result;
+    VARTYPE type = VT_EMPTY;
     if (!array || SafeArrayGetDim(array) != 1) return result;
+    if (FAILED(SafeArrayGetVartype(array, &type)) || type != VT_VARIANT) return result;
     LONG upper = -1;
     check(SafeArrayGetLBound(array, 1, &result.lowerBound));
     check(SafeArrayGetUBound(array, 1, &upper));

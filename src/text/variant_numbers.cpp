@@ -6,8 +6,8 @@ namespace vela {
 
 namespace {
 
-// A copy of a type that the platform compares.
-Variant comparable(const VARIANT& value) {
+// A copy of a type that the platform compares and calculates with.
+Variant calculable(const VARIANT& value) {
     switch (value.vt & ~VT_BYREF) {
         case VT_I1:
         case VT_UI2:
@@ -21,8 +21,8 @@ Variant comparable(const VARIANT& value) {
 
 // What VarCmp() says: VARCMP_LT, _EQ, _GT, _NULL, or a failure.
 HRESULT compare(const VARIANT& first, const VARIANT& second) {
-    Variant left = comparable(dereferenced(first));
-    Variant right = comparable(dereferenced(second));
+    Variant left = calculable(dereferenced(first));
+    Variant right = calculable(dereferenced(second));
     return VarCmp(&left, &right, LOCALE_USER_DEFAULT, 0);
 }
 
@@ -37,7 +37,7 @@ Variant lesser(const VARIANT& first, const VARIANT& second) {
 }
 
 LONG integerPart(const VARIANT& value) {
-    Variant number(value);
+    Variant number = calculable(dereferenced(value));
     Variant half;
     half.vt = VT_R8;
     half.dblVal = 0.5;

@@ -105,7 +105,8 @@ HRESULT SysUtil::PoeFoco(IDispatch** control, SHORT* result) {
 
 HRESULT SysUtil::ClearCollection(IDispatch** collection, VARIANT_BOOL* setNothing) {
     if (!collection || !*collection) return S_OK;
-    quietly([&] { emptyCollection(*collection); });
+    const ComPtr<IDispatch> held = *collection;  // entries that go may change the variable
+    quietly([&] { emptyCollection(held.Get()); });
     if (setNothing && isTrue(*setNothing)) {
         adopted(std::exchange(*collection, nullptr));
     }

@@ -14,8 +14,7 @@ bool isSubscriber(_INotificationSubscriber* subscriber) {
                                           reinterpret_cast<void**>(adapter.GetAddressOf())))) {
         return true;
     }
-    DISPID id = DISPID_UNKNOWN;
-    return SUCCEEDED(findMember(adapter->original(), L"Notify", &id));
+    return hasMember(adapter->original(), L"Notify");
 }
 
 IUnknown* identityOf(IUnknown* object) {

@@ -12,7 +12,7 @@
 
 namespace vela {
 
-enum class PropertyKind : int { None = -1, Attribute = 0, Element = 1 };
+enum class PropertyKind : int { Attribute = 0, Element = 1 };
 
 struct ListedProperty {
     PropertyKind kind;

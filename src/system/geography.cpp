@@ -68,7 +68,8 @@ std::wstring countryLocale() {
     const std::wstring country = countryInfo(GEO_ISO2);
     if (country.empty()) return {};
     const std::wstring own = userLocale();
-    return localeInfo(own, LOCALE_SISO3166CTRYNAME) == country ? own : widestLocaleOf(country);
+    const bool fits = isUsual(own) && localeInfo(own, LOCALE_SISO3166CTRYNAME) == country;
+    return fits ? own : widestLocaleOf(country);
 }
 
 }  // namespace

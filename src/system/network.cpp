@@ -73,7 +73,8 @@ std::vector<Socket> attempts(const std::wstring& computer) {
         if (GetAddrInfoW(computer.c_str(), port, &hints, &found) != 0) break;
         const std::unique_ptr<ADDRINFOW, FreeAddresses> owner(found);
         for (; found && sockets.size() < FD_SETSIZE; found = found->ai_next) {
-            sockets.emplace_back(*found);
+            Socket socket(*found);
+            if (socket.get() != INVALID_SOCKET) sockets.push_back(std::move(socket));
         }
     }
     return sockets;

@@ -25,13 +25,13 @@ constexpr wchar_t kReachingOut[] =
     L"|//@*[local-name()='extension-element-prefixes']"
     L"|//@*[contains(translate(., ' \t\r\n', ''), 'document(')]";
 
-bool isXmlText(std::wstring_view source) {
+bool isDocument(std::wstring_view source) {
     const auto first = source.find_first_not_of(L"\uFEFF \t\r\n");
     return first != std::wstring_view::npos && source[first] == L'<';
 }
 
 bool read(XmlDocument& document, std::wstring_view source) {
-    if (isXmlText(source)) return document.parse(source.substr(source.find(L'<')));
+    if (isDocument(source)) return document.parse(source.substr(source.find(L'<')));
     Bytes content;
     return readWholeFile(std::wstring(source), content) == ERROR_SUCCESS && document.parse(content);
 }

@@ -30,12 +30,13 @@ ComPtr<IClassFactory> parserFactory() {
         return CoGetClassObject(id, CLSCTX_INPROC_SERVER, nullptr, IID_PPV_ARGS(&found));
     };
     if (FAILED(find(kDomDocument60))) check(find(kDomDocument30));
+    check(found->LockServer(TRUE));
+    factory = found;
     atApartmentEnd([] {
         keptFactory()->LockServer(FALSE);
         keptFactory().Reset();
     });
-    check(found->LockServer(TRUE));
-    return factory = found;
+    return factory;
 }
 
 ComPtr<IXMLDOMDocument2> createParser() {
@@ -238,7 +239,7 @@ ComPtr<IXMLDOMNamedNodeMap> attributesOf(const XmlNode& node) {
 
 bool attributeAt(IXMLDOMNamedNodeMap* attributes, long index, NameAndValue& found) {
     XmlNode node;
-    if (attributes->get_item(index, &node) != S_OK || !node) return false;
+    if (check(attributes->get_item(index, &node)) != S_OK || !node) return false;
     check(node->get_nodeName(found.name.put()));
     // The node's text would come without the blanks around it.
     Variant value;

@@ -3,17 +3,15 @@
 #include <winsock2.h>
 #include <ws2tcpip.h>
 
-#include <windows.h>
-
 #include <iphlpapi.h>
 #include <wininet.h>
 
 #include <cstddef>
 #include <memory>
-#include <utility>
 #include <vector>
 
 #include "system/system_function.h"
+#include "system/winsock.h"
 
 namespace vela {
 
@@ -24,48 +22,22 @@ constexpr int kAttempts = 4;             // adapters may be added between two ca
 constexpr long kPatience = 3;            // seconds
 constexpr const wchar_t* kManagementPorts[] = {L"445", L"135"};
 
-// Winsock for as long as it lives.
-class Winsock {
-  public:
-    Winsock() {
-        WSADATA data;
-        started_ = WSAStartup(MAKEWORD(2, 2), &data) == 0;
-    }
-    ~Winsock() {
-        if (started_) WSACleanup();
-    }
-    Winsock(const Winsock&) = delete;
-    Winsock& operator=(const Winsock&) = delete;
-
-  private:
-    bool started_ = false;
-};
-
-class Socket {
-  public:
-    explicit Socket(const ADDRINFOW& address)
-        : socket_(socket(address.ai_family, address.ai_socktype, address.ai_protocol)) {
-        u_long nonBlocking = 1;
-        ioctlsocket(socket_, FIONBIO, &nonBlocking);
-        connect(socket_, address.ai_addr, static_cast<int>(address.ai_addrlen));
-    }
-    Socket(Socket&& other) noexcept : socket_(std::exchange(other.socket_, INVALID_SOCKET)) {}
-    ~Socket() {
-        if (socket_ != INVALID_SOCKET) closesocket(socket_);
-    }
-    SOCKET get() const { return socket_; }
-
-  private:
-    SOCKET socket_;
-};
+// A socket that has begun to connect; none where the platform has none to give.
+SocketHandle connecting(const ADDRINFOW& address) {
+    SocketHandle handle(socket(address.ai_family, address.ai_socktype, address.ai_protocol));
+    u_long nonBlocking = 1;
+    ioctlsocket(handle.get(), FIONBIO, &nonBlocking);
+    connect(handle.get(), address.ai_addr, static_cast<int>(address.ai_addrlen));
+    return handle;
+}
 
 struct FreeAddresses {
     void operator()(ADDRINFOW* addresses) const { FreeAddrInfoW(addresses); }
 };
 
 // Begins to connect to every address of a computer.
-std::vector<Socket> attempts(const std::wstring& computer) {
-    std::vector<Socket> sockets;
+std::vector<SocketHandle> attempts(const std::wstring& computer) {
+    std::vector<SocketHandle> sockets;
     for (const wchar_t* port : kManagementPorts) {
         ADDRINFOW hints{};
         hints.ai_socktype = SOCK_STREAM;
@@ -73,8 +45,7 @@ std::vector<Socket> attempts(const std::wstring& computer) {
         if (GetAddrInfoW(computer.c_str(), port, &hints, &found) != 0) break;
         const std::unique_ptr<ADDRINFOW, FreeAddresses> owner(found);
         for (; found && sockets.size() < FD_SETSIZE; found = found->ai_next) {
-            Socket socket(*found);
-            if (socket.get() != INVALID_SOCKET) sockets.push_back(std::move(socket));
+            if (SocketHandle socket = connecting(*found)) sockets.push_back(std::move(socket));
         }
     }
     return sockets;
@@ -123,11 +94,11 @@ bool isInternetConnected() {
 
 bool isReachable(const std::wstring& computer) {
     const Winsock winsock;
-    const std::vector<Socket> sockets = attempts(computer);
+    const std::vector<SocketHandle> sockets = attempts(computer);
     if (sockets.empty()) return false;
     fd_set answered;
     FD_ZERO(&answered);
-    for (const Socket& each : sockets) FD_SET(each.get(), &answered);
+    for (const SocketHandle& each : sockets) FD_SET(each.get(), &answered);
     timeval patience{kPatience, 0};
     return select(0, nullptr, &answered, nullptr, &patience) > 0;
 }

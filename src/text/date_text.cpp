@@ -44,19 +44,6 @@ std::optional<int> difference(std::wstring_view from, std::wstring_view to) {
     return static_cast<int>((*last - *first).count());
 }
 
-// The day of a text in the fixed form that is in the calendar as it stands. None for what may have
-// been written by the locale, which is known by its separator.
-std::optional<Day> readFixedForm(std::wstring_view date, wchar_t localeSeparator) {
-    if (date.size() != 8 && date.size() != 10) return std::nullopt;
-    if (date[2] == localeSeparator || date[5] == localeSeparator) return std::nullopt;
-    for (std::size_t i = 0; i < date.size(); ++i) {
-        if (isDigit(date[i]) == (i == 2 || i == 5)) return std::nullopt;
-    }
-    const auto day = readDate(date);
-    if (!day || dayIn(dateText(*day)) != dayIn(date)) return std::nullopt;
-    return monthIn(dateText(*day)) == monthIn(date) ? day : std::nullopt;
-}
-
 }  // namespace
 
 std::int16_t dayIn(std::wstring_view date) { return orZero(dayPart(date)); }
@@ -121,13 +108,10 @@ wchar_t dateSeparator(std::wstring_view today) {
 }
 
 std::wstring standardDate(std::wstring_view date, wchar_t separator, const DateReader& read) {
-    std::optional<Day> day = readFixedForm(date, separator);
-    if (!day) {
-        std::wstring separated(date);
-        std::replace_if(
-            separated.begin(), separated.end(), [](wchar_t c) { return !isDigit(c); }, separator);
-        day = read(separated);
-    }
+    std::wstring separated(date);
+    std::replace_if(
+        separated.begin(), separated.end(), [](wchar_t c) { return !isDigit(c); }, separator);
+    const std::optional<Day> day = read(separated);
     return day ? dateText(*day) : std::wstring(date);
 }
 

@@ -55,10 +55,8 @@ using DateReader = std::function<std::optional<Day>(const std::wstring& text)>;
 // 3rd on that is no digit; '-' when there is none.
 wchar_t dateSeparator(std::wstring_view today);
 
-// A date text with any separators as dd-mm-yyyy; the text itself when it is no date. Two digits for
-// the day, two for the month and two or four for the year, apart by anything but `separator`, are
-// read at their positions. Anything else is what `read` makes of it, with `separator` in the place
-// of all that is no digit.
+// A date text as dd-mm-yyyy; the text itself when it is no date. It is what `read` makes of it,
+// with `separator` in the place of all that is no digit.
 std::wstring standardDate(std::wstring_view date, wchar_t separator, const DateReader& read);
 
 }  // namespace vela

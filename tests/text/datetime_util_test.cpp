@@ -12,8 +12,8 @@ TEST(TextDatetimeUtil, ReadsDatesInTheOrderOfTheLocale) {
     constexpr LCID kPortugal = 0x0816;
     constexpr LCID kAmerica = 0x0409;
     const std::tuple<LCID, const wchar_t*, const wchar_t*> table[] = {
-        {kAmerica, L"05.03.2004", L"05-03-2004"}, {kAmerica, L"5.3.2004", L"03-05-2004"},
-        {kAmerica, L"05/03/2004", L"03-05-2004"}, {kPortugal, L"05/03/2004", L"05-03-2004"},
+        {kAmerica, L"05.03.2004", L"03-05-2004"}, {kPortugal, L"05.03.2004", L"05-03-2004"},
+        {kAmerica, L"05-03-2004", L"03-05-2004"}, {kPortugal, L"05/03/2004", L"05-03-2004"},
         {kPortugal, L"2004-3-5", L"05-03-2004"},  {kPortugal, L"31-04-2004", L"31-04-2004"},
         {kPortugal, L"no date", L"no date"},
     };

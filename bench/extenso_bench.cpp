@@ -4,7 +4,7 @@
 
 #include "bench/measure.h"
 #include "bench/tables.h"
-#include "text/extenso.h"
+#include "text/numbers/core/extenso.h"
 
 namespace {
 

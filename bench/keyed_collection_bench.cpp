@@ -11,8 +11,8 @@
 
 #include "bench/measure.h"
 #include "bench/tables.h"
-#include "frame/keyed_collection.h"
-#include "text/upper_case.h"
+#include "collections/core/keyed_collection.h"
+#include "text/core/upper_case.h"
 
 namespace {
 

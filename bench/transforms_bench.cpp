@@ -9,9 +9,9 @@
 
 #include "bench/measure.h"
 #include "bench/tables.h"
-#include "text/base64.h"
-#include "text/deflate_block.h"
-#include "text/key_stream.h"
+#include "text/codecs/core/base64.h"
+#include "text/codecs/core/deflate_block.h"
+#include "text/codecs/core/key_stream.h"
 
 namespace {
 

@@ -180,7 +180,8 @@ def main():
             name, events = classes[interface.name]
             header += [f"template <>", f"struct ClassOf<{interface.name}> {{",
                        f"    using Events = {'void' if events == 'void' else '::' + events};",
-                       f"    static const GUID& id() {{ return __uuidof(::{name}); }}", "};",
+                       f"    static const GUID& id() {{ return __uuidof(::{name}); }}",
+                       "    static HRESULT create(REFIID id, void** result);", "};",
                        "template <>", f"const MemberTable& membersOf<{interface.name}>();"]
             header += unbuilt(interface)
             if interface.adaptable():

@@ -4,8 +4,8 @@
 #include <cstdlib>
 #include <string>
 
-#include "automation/runtime_error.h"
-#include "text/number_bases.h"
+#include "automation/core/runtime_error.h"
+#include "text/numbers/core/number_bases.h"
 
 // The first byte is the base, the others are characters.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <cstdlib>
 
-#include "text/base64.h"
+#include "text/codecs/core/base64.h"
 
 namespace {
 

@@ -5,9 +5,9 @@
 #include <cstdlib>
 #include <string>
 
-#include "text/date_text.h"
-#include "text/stopwatch.h"
-#include "text/time_text.h"
+#include "text/dates/core/date_text.h"
+#include "text/dates/core/stopwatch.h"
+#include "text/dates/core/time_text.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <cstdlib>
 
-#include "text/deflate_block.h"
+#include "text/codecs/core/deflate_block.h"
 
 namespace {
 

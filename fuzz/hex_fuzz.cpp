@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "automation/runtime_error.h"
-#include "text/number_bases.h"
+#include "automation/core/runtime_error.h"
+#include "text/numbers/core/number_bases.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::vector<std::uint8_t> bytes(data, data + size);

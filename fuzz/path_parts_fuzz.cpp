@@ -1,11 +1,11 @@
 // Input: a path, each byte one unit. Its parts make the path again, and none holds a separator.
-#include "files/path_parts.h"
+#include "files/core/path_parts.h"
 
 #include <cstdint>
 #include <cstdlib>
 #include <string>
 
-#include "files/dialog_filter.h"
+#include "files/core/dialog_filter.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::wstring path(data, data + size);

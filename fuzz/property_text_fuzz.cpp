@@ -4,8 +4,8 @@
 #include <cstdlib>
 #include <string>
 
-#include "serialization/property_text.h"
-#include "xml/xml_text.h"
+#include "serialization/core/property_text.h"
+#include "xml/core/xml_text.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     std::wstring text;

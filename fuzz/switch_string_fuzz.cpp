@@ -1,6 +1,6 @@
 // Input: a switch string, each byte one unit. Put together again, the switches are what the string
 // holds from its first slash on, but for the spaces around them.
-#include "serialization/switch_string.h"
+#include "serialization/core/switch_string.h"
 
 #include <cstdint>
 #include <cstdlib>

@@ -1,6 +1,6 @@
 // Input: a pattern, a line end, a text; each byte is one unit. On short input, the matcher agrees
 // with one that reads the pattern as it goes and tries every length of a run.
-#include "text/wildcard.h"
+#include "text/core/wildcard.h"
 
 #include <algorithm>
 #include <cstdint>

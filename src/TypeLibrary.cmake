@@ -18,7 +18,7 @@ file(MAKE_DIRECTORY ${generated})
 set(external ${CMAKE_CURRENT_SOURCE_DIR}/automation/external)
 set(widl ${WIDL} -b ${widl_target} -I${PLATFORM_IDL} -I${external}
     -I${CMAKE_CURRENT_SOURCE_DIR} -L${PLATFORM_TLB} -L${generated})
-set(folders frame preferences notifications serialization text files security system)
+set(folders frame collections preferences notifications serialization text files security system)
 set(fragments)
 set(member_tables)
 foreach(folder ${folders})

@@ -13,7 +13,7 @@
 #include <string_view>
 
 #include "automation/convert.h"
-#include "automation/runtime_error.h"
+#include "automation/core/runtime_error.h"
 
 namespace vela {
 

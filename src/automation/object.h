@@ -12,23 +12,28 @@
 #include <ocidl.h>
 
 #include <array>
+#include <atomic>
 #include <cstring>
 
 #include "automation/adapter.h"
 #include "automation/dispatch.h"
 #include "automation/error.h"
 #include "automation/events.h"
-#include "automation/type_library.h"
 
 namespace vela {
 
 // How many objects exist, of all classes.
-inline LONG liveObjects = 0;
+inline constinit std::atomic<long> liveObjects = 0;
 
 // What the type library says of the class whose default interface this is: `Events` (void when it
-// has none) and `id()`. Specialised by generated code.
+// has none), `id()`, and `create(id, result)`, which makes an object for COM and is defined in the
+// file of a class that callers may create. Specialised by generated code.
 template <class Default>
 struct ClassOf;
+
+// The description of one interface or class in this module's type library; a failure when there is
+// none. Supplied by whoever holds the type library.
+HRESULT typeInfoOf(const GUID& id, ITypeInfo** info) noexcept;
 
 // An interface whose members all answer E_NOTIMPL, for classes that override some of them.
 // Specialised by generated code.
@@ -68,7 +73,7 @@ class Object
     using Default = typename InterfaceIn<DefaultBase>::Type;
     using Events = typename ClassOf<Default>::Events;
 
-    Object() { InterlockedIncrement(&liveObjects); }
+    Object() { ++liveObjects; }
     Object(const Object&) = delete;
     Object& operator=(const Object&) = delete;
 
@@ -145,7 +150,7 @@ class Object
 
   protected:
     // Objects begin with one reference, which make() hands to the caller.
-    virtual ~Object() { InterlockedDecrement(&liveObjects); }
+    virtual ~Object() { --liveObjects; }
 
   private:
     // Keeps a reference taken and released while the object is being destroyed from destroying it
@@ -187,6 +192,12 @@ class Object
 template <class Class, class... Arguments>
 ComPtr<Class> make(Arguments&&... arguments) {
     return adopted(new Class(std::forward<Arguments>(arguments)...));
+}
+
+// For ClassOf<>::create().
+template <class Class>
+HRESULT createObject(REFIID id, void** result) {
+    return guard([&] { check(make<Class>()->QueryInterface(id, result)); });
 }
 
 // The object behind an interface pointer if it is of our class `Class`, otherwise null.

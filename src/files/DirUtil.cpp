@@ -28,4 +28,8 @@ HRESULT DirUtil::get_ProgramFilesDirectory(BSTR* result) {
 
 HRESULT DirUtil::get_TempDirectory(BSTR* result) { return answer(result, temporaryFolder); }
 
+HRESULT ClassOf<_DirUtil>::create(REFIID id, void** result) {
+    return createObject<DirUtil>(id, result);
+}
+
 }  // namespace vela

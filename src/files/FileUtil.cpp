@@ -1,14 +1,14 @@
 #include "files/FileUtil.h"
 
+#include "collections/Collection.h"
+#include "files/core/path_parts.h"
 #include "files/delete_file.h"
 #include "files/drives.h"
 #include "files/file_dialog.h"
 #include "files/file_search.h"
 #include "files/file_state.h"
-#include "files/path_parts.h"
 #include "files/runtime_objects.h"
 #include "files/text_file.h"
-#include "frame/Collection.h"
 #include "text/text_arrays.h"
 
 namespace vela {
@@ -195,6 +195,10 @@ HRESULT FileUtil::TransformarEmUNC(BSTR path, BSTR* server, BSTR* result) {
 
 HRESULT FileUtil::SerialNumberEx(BSTR path, BSTR* result) {
     return answer(result, [&] { return serialNumber(pathIn(path)); });
+}
+
+HRESULT ClassOf<_FileUtil>::create(REFIID id, void** result) {
+    return createObject<FileUtil>(id, result);
 }
 
 }  // namespace vela

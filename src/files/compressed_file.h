@@ -1,7 +1,7 @@
 // Compressed files on the disk.
 #pragma once
 
-#include "text/deflate_file.h"
+#include "text/codecs/core/deflate_file.h"
 
 namespace vela {
 

@@ -6,8 +6,8 @@
 
 #include <cwchar>
 
+#include "files/core/path_parts.h"
 #include "files/full_path.h"
-#include "files/path_parts.h"
 
 namespace vela {
 

@@ -5,9 +5,9 @@
 #include <vector>
 
 #include "automation/adapter.h"
-#include "files/dialog_filter.h"
-#include "files/path_parts.h"
-#include "frame/screen.h"
+#include "files/core/dialog_filter.h"
+#include "files/core/path_parts.h"
+#include "runtime/screen.h"
 
 namespace vela {
 

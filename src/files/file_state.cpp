@@ -2,8 +2,8 @@
 
 #include <windows.h>
 
+#include "files/core/path_parts.h"
 #include "files/full_path.h"
-#include "files/path_parts.h"
 #include "files/special_folders.h"
 
 namespace vela {

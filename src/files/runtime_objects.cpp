@@ -1,9 +1,9 @@
 #include "files/runtime_objects.h"
 
+#include "files/core/path_parts.h"
 #include "files/drives.h"
 #include "files/file_state.h"
 #include "files/full_path.h"
-#include "files/path_parts.h"
 
 namespace vela {
 

@@ -2,11 +2,11 @@
 
 #include <algorithm>
 
-#include "frame/foreign_collection.h"
-#include "frame/last_error.h"
-#include "frame/shared_instances.h"
-#include "notifications/shared.h"
-#include "system/identifier.h"
+#include "collections/foreign_collection.h"
+#include "frame/class_table.h"
+#include "frame/core/last_error.h"
+#include "notifications/shared_hub.h"
+#include "system/core/identifier.h"
 #include "system/machine.h"
 #include "system/network.h"
 #include "system/registry.h"
@@ -45,32 +45,33 @@ HRESULT answerWhetherState(VARIANT_BOOL* result, BSTR service, BSTR computer, DW
 }  // namespace
 
 HRESULT SysUtil::get_Directories(_DirUtil** result) {
-    return answer(result, sharedInstance<_DirUtil>);
+    return answer(result, sharedUtility<_DirUtil>);
 }
 
-HRESULT SysUtil::get_Geo(_GeoUtil** result) { return answer(result, sharedInstance<_GeoUtil>); }
+HRESULT SysUtil::get_Geo(_GeoUtil** result) { return answer(result, sharedUtility<_GeoUtil>); }
 
-HRESULT SysUtil::get_Play(_PlayUtil** result) { return answer(result, sharedInstance<_PlayUtil>); }
+HRESULT SysUtil::get_Play(_PlayUtil** result) { return answer(result, sharedUtility<_PlayUtil>); }
 
 HRESULT SysUtil::get_Notifications(_Notifications** result) {
     return answer(result, sharedNotifications);
 }
 
 HRESULT SysUtil::get_EventHistory(_EventHistory** result) {
-    return answer(result, sharedInstance<_EventHistory>);
+    return answer(result, sharedUtility<_EventHistory>);
 }
 
 HRESULT SysUtil::get_Pulsar(_Pulsar** result) { return answer(result, sharedPulsar); }
 
 HRESULT SysUtil::SaveMyError(SHORT type, LONG number, BSTR description, BSTR source) {
     return guard([&] {
-        lastError() = {type, static_cast<std::int32_t>(number), std::wstring(text(description)),
-                       std::wstring(text(source))};
+        apartmentLocal<ErrorRecord>() = {type, static_cast<std::int32_t>(number),
+                                         std::wstring(text(description)),
+                                         std::wstring(text(source))};
     });
 }
 
 HRESULT SysUtil::MyError(MyErrorSettings part, BSTR* result) {
-    return answer(result, [&] { return partOf(lastError(), part); });
+    return answer(result, [&] { return partOf(apartmentLocal<ErrorRecord>(), part); });
 }
 
 HRESULT SysUtil::ErroDeRede(SHORT number, VARIANT_BOOL* result) {
@@ -195,5 +196,9 @@ HRESULT SysUtil::GetOSVersion(BSTR* result) { return answerQuietly(result, syste
 HRESULT SysUtil::Is64Bit(VARIANT_BOOL* result) { return answer(result, isSystem64Bit); }
 
 HRESULT SysUtil::GetNetworkIP(BSTR* result) { return answerQuietly(result, networkAddress); }
+
+HRESULT ClassOf<_SysUtil>::create(REFIID id, void** result) {
+    return createObject<SysUtil>(id, result);
+}
 
 }  // namespace vela

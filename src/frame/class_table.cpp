@@ -3,61 +3,27 @@
 #include <algorithm>
 
 #include "automation/counted.h"
-#include "files/DirUtil.h"
-#include "files/FileUtil.h"
-#include "frame/Collection.h"
-#include "frame/MyUtil.h"
-#include "frame/SysUtil.h"
-#include "frame/gUtil.h"
-#include "frame/shared_instances.h"
-#include "notifications/EventHistory.h"
-#include "notifications/Notification.h"
-#include "preferences/DPItem.h"
-#include "preferences/KVItem.h"
-#include "preferences/PPItem.h"
-#include "preferences/Preferences.h"
-#include "preferences/RPItem.h"
-#include "preferences/RPManager.h"
-#include "preferences/UIItem.h"
-#include "security/Security.h"
-#include "serialization/KeyValue.h"
-#include "serialization/Serializer.h"
-#include "serialization/Switches.h"
-#include "system/GeoUtil.h"
-#include "system/PlayUtil.h"
-#include "system/RegistryUtil.h"
-#include "system/cTCP.h"
-#include "text/BubbleSort.h"
-#include "text/DatetimeUtil.h"
-#include "text/MathUtil.h"
-#include "text/Quadrado.h"
-#include "text/TextUtil.h"
-#include "text/TickCount.h"
 
 namespace vela {
 
-LONG serverLocks = 0;
+constinit std::atomic<long> serverLocks = 0;
 
 namespace {
 
 struct Entry {
-    const CLSID& id;
+    const GUID& (*id)();
     CreateFunction create;
 };
 
-template <class Class>
-Entry entry() {
-    return {ClassOf<typename Class::Default>::id(), [](REFIID id, void** result) {
-                return guard([&] { check(make<Class>()->QueryInterface(id, result)); });
-            }};
+template <class Interface>
+constexpr Entry entry() {
+    return {ClassOf<Interface>::id, ClassOf<Interface>::create};
 }
 
 class ClassFactory final : public Counted<IClassFactory> {
   public:
-    explicit ClassFactory(CreateFunction create) : create_(create) {
-        InterlockedIncrement(&liveObjects);
-    }
-    ~ClassFactory() override { InterlockedDecrement(&liveObjects); }
+    explicit ClassFactory(CreateFunction create) : create_(create) { ++liveObjects; }
+    ~ClassFactory() override { --liveObjects; }
 
     HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown* outer, REFIID id, void** result) override {
         if (!result) return E_POINTER;
@@ -65,8 +31,7 @@ class ClassFactory final : public Counted<IClassFactory> {
         return outer ? CLASS_E_NOAGGREGATION : create_(id, result);
     }
     HRESULT STDMETHODCALLTYPE LockServer(BOOL lock) override {
-        if (lock) InterlockedIncrement(&serverLocks);
-        else InterlockedDecrement(&serverLocks);
+        serverLocks += lock ? 1 : -1;
         return S_OK;
     }
 
@@ -77,18 +42,18 @@ class ClassFactory final : public Counted<IClassFactory> {
 }  // namespace
 
 CreateFunction creatorOf(const CLSID& id) {
-    static const Entry table[] = {
-        entry<BubbleSort>(), entry<Collection>(),  entry<cTCP>(),         entry<DatetimeUtil>(),
-        entry<DirUtil>(),    entry<DPItem>(),      entry<EventHistory>(), entry<FileUtil>(),
-        entry<GeoUtil>(),    entry<gUtil>(),       entry<KeyValue>(),     entry<KVItem>(),
-        entry<MathUtil>(),   entry<MyUtil>(),      entry<Notification>(), entry<PlayUtil>(),
-        entry<PPItem>(),     entry<Preferences>(), entry<Quadrado>(),     entry<RegistryUtil>(),
-        entry<RPItem>(),     entry<RPManager>(),   entry<Security>(),     entry<Serializer>(),
-        entry<Switches>(),   entry<SysUtil>(),     entry<TextUtil>(),     entry<TickCount>(),
-        entry<UIItem>(),
+    static constexpr Entry table[] = {
+        entry<_BubbleSort>(), entry<_Collection>(),  entry<_cTCP>(),         entry<_DatetimeUtil>(),
+        entry<_DirUtil>(),    entry<_DPItem>(),      entry<_EventHistory>(), entry<_FileUtil>(),
+        entry<_GeoUtil>(),    entry<_gUtil>(),       entry<_KeyValue>(),     entry<_KVItem>(),
+        entry<_MathUtil>(),   entry<_MyUtil>(),      entry<_Notification>(), entry<_PlayUtil>(),
+        entry<_PPItem>(),     entry<_Preferences>(), entry<_Quadrado>(),     entry<_RegistryUtil>(),
+        entry<_RPItem>(),     entry<_RPManager>(),   entry<_Security>(),     entry<_Serializer>(),
+        entry<_Switches>(),   entry<_SysUtil>(),     entry<_TextUtil>(),     entry<_TickCount>(),
+        entry<_UIItem>(),
     };
     const auto found = std::find_if(std::begin(table), std::end(table),
-                                    [&](const Entry& entry) { return entry.id == id; });
+                                    [&](const Entry& entry) { return entry.id() == id; });
     return found == std::end(table) ? nullptr : found->create;
 }
 

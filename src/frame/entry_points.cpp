@@ -3,7 +3,7 @@
 
 #include "frame/class_table.h"
 #include "frame/registration.h"
-#include "frame/shared_instances.h"
+#include "runtime/apartment.h"
 
 using namespace vela;
 

@@ -84,4 +84,8 @@ HRESULT gUtil::gCopyStr(VARIANT* from, VARIANT* to) { return texts_->CopyStr(fro
 
 HRESULT gUtil::gHora(BSTR time, SHORT* result) { return dates_->HHMM(time, result); }
 
+HRESULT ClassOf<_gUtil>::create(REFIID id, void** result) {
+    return createObject<gUtil>(id, result);
+}
+
 }  // namespace vela

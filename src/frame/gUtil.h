@@ -3,9 +3,9 @@
 
 #include "files/FileUtil.h"
 #include "frame/SysUtil.h"
-#include "text/DatetimeUtil.h"
-#include "text/MathUtil.h"
 #include "text/TextUtil.h"
+#include "text/dates/DatetimeUtil.h"
+#include "text/numbers/MathUtil.h"
 
 namespace vela {
 

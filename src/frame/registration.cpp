@@ -3,6 +3,7 @@
 #include <functional>
 
 #include "frame/class_table.h"
+#include "runtime/type_library.h"
 
 namespace vela {
 
@@ -108,23 +109,16 @@ void registerClass(const GUID& id, const std::wstring& progId, const LibraryAttr
     write(progId + L"\\CLSID", nullptr, braced(id));
 }
 
-ITypeLib* loadedLibrary() {
-    HRESULT outcome = S_OK;
-    ITypeLib* library = typeLibrary(&outcome);
-    check(outcome);
-    return library;
-}
-
 }  // namespace
 
 HRESULT registerLibrary(RegistrationScope scope) {
     const HRESULT outcome = guard([&] {
-        ITypeLib* library = loadedLibrary();
-        const LibraryAttributes attributes = attributesOf(library);
+        const ComPtr<ITypeLib> library = loadTypeLibrary();
+        const LibraryAttributes attributes = attributesOf(library.Get());
         std::wstring path = modulePath();
         const ClassesRoot root(scope);
-        check(RegisterTypeLib(library, path.data(), nullptr));
-        eachCreatableClass(library, [&](const GUID& id, const std::wstring& progId) {
+        check(RegisterTypeLib(library.Get(), path.data(), nullptr));
+        eachCreatableClass(library.Get(), [&](const GUID& id, const std::wstring& progId) {
             if (creatorOf(id)) registerClass(id, progId, attributes, path);
         });
     });
@@ -134,10 +128,10 @@ HRESULT registerLibrary(RegistrationScope scope) {
 
 HRESULT unregisterLibrary(RegistrationScope scope) {
     return guard([&] {
-        ITypeLib* library = loadedLibrary();
-        const LibraryAttributes attributes = attributesOf(library);
+        const ComPtr<ITypeLib> library = loadTypeLibrary();
+        const LibraryAttributes attributes = attributesOf(library.Get());
         const ClassesRoot root(scope);
-        eachCreatableClass(library, [&](const GUID& id, const std::wstring& progId) {
+        eachCreatableClass(library.Get(), [&](const GUID& id, const std::wstring& progId) {
             removeTree(L"CLSID\\" + braced(id));
             removeTree(progId);
         });

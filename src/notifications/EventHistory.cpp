@@ -1,7 +1,7 @@
 #include "notifications/EventHistory.h"
 
 #include "automation/enumerator.h"
-#include "frame/Collection.h"
+#include "collections/Collection.h"
 
 namespace vela {
 
@@ -77,6 +77,10 @@ HRESULT EventHistory::FindItems(LONG eventType, LONG eventSourceID, _Collection*
 
 HRESULT EventHistory::get_Count(SHORT* result) {
     return answer(result, [&] { return count16(list_.size()); });
+}
+
+HRESULT ClassOf<_EventHistory>::create(REFIID id, void** result) {
+    return createObject<EventHistory>(id, result);
 }
 
 }  // namespace vela

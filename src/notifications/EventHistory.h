@@ -1,8 +1,8 @@
 // A register of events, found by key or by type and source.
 #pragma once
 
+#include "collections/core/keyed_collection.h"
 #include "contract.h"
-#include "frame/keyed_collection.h"
 
 namespace vela {
 

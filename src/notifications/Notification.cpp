@@ -1,6 +1,6 @@
 #include "notifications/Notification.h"
 
-#include "text/text_normalisation.h"
+#include "text/core/text_normalisation.h"
 
 namespace vela {
 
@@ -63,6 +63,10 @@ HRESULT Notification::Notify(VARIANT* notificationParameter,
         });
         return !cancelled;
     });
+}
+
+HRESULT ClassOf<_Notification>::create(REFIID id, void** result) {
+    return createObject<Notification>(id, result);
 }
 
 }  // namespace vela

@@ -1,8 +1,10 @@
 #include "notifications/Notifications.h"
 
+#include <atomic>
+
 #include "automation/enumerator.h"
-#include "notifications/shared.h"
-#include "text/text_normalisation.h"
+#include "notifications/shared_hub.h"
+#include "text/core/text_normalisation.h"
 
 namespace vela {
 
@@ -19,14 +21,18 @@ constexpr const wchar_t* kSystemTags[] = {L"SYS:ON_WELCOME",
                                           L"SYS:ON_OPENINGDATABASE",
                                           L"SYS:ON_PULSE"};
 
-// How often a notification was published, by all hubs of the process.
-LONG publications = 0;
+// How often a notification was published, by all hubs of the process: an identifier means one
+// notification there, whichever apartment it belongs to.
+constinit std::atomic<LONG> publications = 0;
 
 LONG nextId() {
-    if (publications > (std::numeric_limits<LONG>::max)() - kLastSystemId - 1) {
-        raise(RuntimeError::Overflow);
-    }
-    return kLastSystemId + ++publications;
+    LONG before = publications;
+    do {
+        if (before >= (std::numeric_limits<LONG>::max)() - kLastSystemId) {
+            raise(RuntimeError::Overflow);
+        }
+    } while (!publications.compare_exchange_weak(before, before + 1));
+    return kLastSystemId + before + 1;
 }
 
 LONG idOf(_INotification* notification) {

@@ -2,7 +2,7 @@
 // in which subscribers come and go.
 #pragma once
 
-#include "frame/keyed_collection.h"
+#include "collections/core/keyed_collection.h"
 #include "notifications/Notification.h"
 
 namespace vela {

@@ -1,6 +1,6 @@
 #include "notifications/Pulsar.h"
 
-#include "notifications/shared.h"
+#include "notifications/shared_hub.h"
 
 namespace vela {
 

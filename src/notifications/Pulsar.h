@@ -2,7 +2,7 @@
 #pragma once
 
 #include "contract.h"
-#include "notifications/pulse_pattern.h"
+#include "notifications/core/pulse_pattern.h"
 #include "notifications/timer_pool.h"
 
 namespace vela {

@@ -3,8 +3,8 @@
 
 #include <vector>
 
+#include "collections/core/keyed_collection.h"
 #include "contract.h"
-#include "frame/keyed_collection.h"
 
 namespace vela {
 

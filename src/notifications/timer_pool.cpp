@@ -3,33 +3,26 @@
 #include <algorithm>
 
 #include "automation/error.h"
-#include "frame/shared_instances.h"
+#include "runtime/apartment.h"
 
 namespace vela {
 
 namespace {
 
-constexpr GUID kPoolKey = {
-    0x7d1c6b0e, 0x51f4, 0x4e7a, {0x8b, 0x0c, 0x2f, 0x6a, 0x94, 0xd3, 0xe8, 0x15}};
-
 // The platform knows timers by a number other than 0.
 UINT_PTR timerOf(std::size_t index) { return index + 1; }
 
+struct OpenPool {
+    const std::shared_ptr<TimerPool> pool = std::make_shared<TimerPool>();
+
+    void end() { pool->close(); }
+};
+
 }  // namespace
 
-std::shared_ptr<TimerPool> TimerPool::shared() {
-    const auto slot = sharedSlot(
-        kPoolKey,
-        [] {
-            const auto pool = std::make_shared<TimerPool>();
-            return std::shared_ptr<void>(pool.get(), [pool](void*) { pool->close(); });
-        },
-        false);
-    return static_cast<TimerPool*>(slot.get())->shared_from_this();
-}
+std::shared_ptr<TimerPool> TimerPool::shared() { return apartmentLocal<OpenPool>().pool; }
 
 SHORT TimerPool::add(Ticking& pulsar, IUnknown* object) {
-    window();
     const auto isFree = [](const Slot& slot) { return slot.pulsar == nullptr; };
     auto place =
         slots_.empty() ? slots_.end() : std::find_if(slots_.begin() + 1, slots_.end(), isFree);
@@ -41,21 +34,22 @@ SHORT TimerPool::add(Ticking& pulsar, IUnknown* object) {
 }
 
 void TimerPool::enable(SHORT index, LONG interval) {
-    if (closed_) return;
+    if (!window_) return;
     if (interval <= 0) return disable(index);
-    if (!SetTimer(window(), timerOf(index), static_cast<UINT>(interval), nullptr)) raiseLastError();
+    if (!SetTimer(window_->get(), timerOf(index), static_cast<UINT>(interval), nullptr))
+        raiseLastError();
     slots_[index].kept = slots_[index].object;
 }
 
 void TimerPool::disable(SHORT index) {
-    if (closed_) return;
-    KillTimer(window(), timerOf(index));
+    if (!window_) return;
+    KillTimer(window_->get(), timerOf(index));
     const auto last = std::exchange(slots_[index].kept, nullptr);
 }
 
 void TimerPool::release(SHORT index) {
     disable(index);
-    if (index > 0 && !closed_) slots_[index] = Slot{};
+    if (index > 0 && window_) slots_[index] = Slot{};
 }
 
 void TimerPool::forget(const Ticking& pulsar) {
@@ -78,15 +72,7 @@ void TimerPool::tick(std::size_t index) {
     slots_[index].pulsar->tick();
 }
 
-HWND TimerPool::window() {
-    if (!window_ || !IsWindow(window_->get())) {
-        window_.reset(new MessageWindow(*this, L"VelaUtil10.Timers"));
-    }
-    return window_->get();
-}
-
 void TimerPool::close() {
-    closed_ = true;
     window_.reset();
     // Pulsars that only their timers kept alive go now.
     std::exchange(slots_, {}).clear();

@@ -1,11 +1,11 @@
-// The timers of the process's pulsars.
+// The timers of the apartment's pulsars.
 #pragma once
 
 #include <memory>
 #include <vector>
 
 #include "automation/convert.h"
-#include "frame/message_window.h"
+#include "runtime/message_window.h"
 
 namespace vela {
 
@@ -17,13 +17,13 @@ class Ticking {
     ~Ticking() = default;
 };
 
-// One timer per slot, all on a message-only window of the thread that made the first pulsar, so
-// that ticks arrive in that thread's message loop. A slot knows its pulsar without keeping it
-// alive; only an enabled timer does that. Slot 0 belongs to the first pulsar for good.
+// One timer per slot, all on a message-only window, so that ticks arrive in the message loop of the
+// apartment's thread. A slot knows its pulsar without keeping it alive; only an enabled timer does
+// that. Slot 0 belongs to the first pulsar for good.
 class TimerPool : public std::enable_shared_from_this<TimerPool>, private MessageHandler {
   public:
-    // The pool of the process. It ends with the shared instances: timers enabled then are disabled,
-    // and none can be enabled any more.
+    // The apartment's pool. When the apartment ends, timers enabled then are disabled, and none can
+    // be enabled any more.
     static std::shared_ptr<TimerPool> shared();
 
     // Gives `pulsar` the lowest free slot; `object` is what keeps it alive. Throws Error 6 above
@@ -37,6 +37,7 @@ class TimerPool : public std::enable_shared_from_this<TimerPool>, private Messag
     void release(SHORT index);
     // Frees the slot of a pulsar that is being destroyed, if it still has one.
     void forget(const Ticking& pulsar);
+    void close();
 
   private:
     struct Slot {
@@ -47,13 +48,10 @@ class TimerPool : public std::enable_shared_from_this<TimerPool>, private Messag
 
     bool handle(UINT message, WPARAM timer, LPARAM) override;
     void tick(std::size_t index);
-    // Made anew when its thread has ended.
-    HWND window();
-    void close();
 
     std::vector<Slot> slots_;
-    std::unique_ptr<MessageWindow> window_;
-    bool closed_ = false;
+    // Until it is closed.
+    std::unique_ptr<MessageWindow> window_{new MessageWindow(*this, L"VelaUtil10.Timers")};
 };
 
 }  // namespace vela

@@ -1,7 +1,7 @@
 // A default path, for a file dialog or a kind of file.
 #pragma once
 
-#include "preferences/item.h"
+#include "preferences/stored_item.h"
 
 namespace vela {
 

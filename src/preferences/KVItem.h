@@ -1,7 +1,7 @@
 // A key and its value. The key is the item's identity.
 #pragma once
 
-#include "preferences/item.h"
+#include "preferences/stored_item.h"
 
 namespace vela {
 

@@ -1,7 +1,7 @@
 // A printer and its settings.
 #pragma once
 
-#include "preferences/item.h"
+#include "preferences/stored_item.h"
 
 namespace vela {
 

@@ -1,7 +1,7 @@
 // One parameter of a report view. Its identity is made of three of its fields and cannot be set.
 #pragma once
 
-#include "preferences/item.h"
+#include "preferences/stored_item.h"
 
 namespace vela {
 

@@ -1,7 +1,7 @@
 #include "preferences/RPManager.h"
 
 #include "automation/enumerator.h"
-#include "frame/Collection.h"
+#include "collections/Collection.h"
 
 namespace vela {
 
@@ -54,6 +54,10 @@ HRESULT RPManager::AddItem(_RPItem* item) {
 
 HRESULT RPManager::Clear() {
     return guard([&] { items().clear(); });
+}
+
+HRESULT ClassOf<_RPManager>::create(REFIID id, void** result) {
+    return createObject<RPManager>(id, result);
 }
 
 }  // namespace vela

@@ -1,7 +1,7 @@
 // Position and state of one window.
 #pragma once
 
-#include "preferences/item.h"
+#include "preferences/stored_item.h"
 
 namespace vela {
 

@@ -1,6 +1,6 @@
 #include "preferences/UPDataSourceXML.h"
 
-#include "preferences/XMLup.h"
+#include "preferences/xml_up.h"
 
 namespace vela {
 

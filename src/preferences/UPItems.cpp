@@ -1,8 +1,8 @@
 #include "preferences/UPItems.h"
 
 #include "automation/enumerator.h"
-#include "preferences/item.h"
-#include "text/text_normalisation.h"
+#include "preferences/stored_item.h"
+#include "text/core/text_normalisation.h"
 
 namespace vela {
 

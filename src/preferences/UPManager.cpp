@@ -1,12 +1,12 @@
 #include "preferences/UPManager.h"
 
 #include "automation/enumerator.h"
+#include "files/core/path_parts.h"
 #include "files/delete_file.h"
-#include "files/path_parts.h"
 #include "preferences/UPSections.h"
-#include "preferences/XMLup.h"
 #include "preferences/document_names.h"
-#include "text/upper_case.h"
+#include "preferences/xml_up.h"
+#include "text/core/upper_case.h"
 
 namespace vela {
 

@@ -1,7 +1,7 @@
 // Printer choices, as clients reach them.
 #pragma once
 
-#include "preferences/upcontext.h"
+#include "preferences/up_context.h"
 
 namespace vela {
 

@@ -2,7 +2,7 @@
 
 #include "automation/enumerator.h"
 #include "preferences/Section.h"
-#include "text/text_normalisation.h"
+#include "text/core/text_normalisation.h"
 
 namespace vela {
 

@@ -1,8 +1,8 @@
 // The sections of one manager, keyed by their Id.
 #pragma once
 
+#include "collections/core/keyed_collection.h"
 #include "contract.h"
-#include "frame/keyed_collection.h"
 
 namespace vela {
 

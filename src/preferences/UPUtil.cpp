@@ -2,25 +2,18 @@
 
 namespace vela {
 
-UPUtil::UPUtil() { attachContext(UPContext::shared()); }
+UPUtil::UPUtil(std::shared_ptr<UPContext> context) : context_(std::move(context)) {
+    values_->setContext(context_);
+    windows_->setContext(context_);
+    printers_->setContext(context_);
+}
 
 UPUtil::~UPUtil() {
     quietly([&] { context_->stop(); });
 }
 
-void UPUtil::attachContext(const std::shared_ptr<UPContext>& context) {
-    context_ = context;
-    values_->setContext(context);
-    windows_->setContext(context);
-    printers_->setContext(context);
-}
-
 HRESULT UPUtil::NewPreferences(_UPUtil** result) {
-    return answer(result, [] {
-        auto preferences = make<UPUtil>();
-        preferences->attachContext(std::make_shared<UPContext>());
-        return preferences;
-    });
+    return answer(result, [] { return make<UPUtil>(std::make_shared<UPContext>()); });
 }
 
 HRESULT UPUtil::get_ActiveUPM(_UPManager** result) {

@@ -9,7 +9,7 @@ namespace vela {
 
 class UPUtil final : public Object<UPUtil, _UPUtil> {
   public:
-    UPUtil();
+    explicit UPUtil(std::shared_ptr<UPContext> context = UPContext::shared());
     // Stops its context, for all who share it.
     ~UPUtil() override;
 
@@ -23,12 +23,10 @@ class UPUtil final : public Object<UPUtil, _UPUtil> {
     HRESULT STDMETHODCALLTYPE get_Values(_UPValueUtil** result) override;
 
   private:
-    void attachContext(const std::shared_ptr<UPContext>& context);
-
     const ComPtr<UPValueUtil> values_ = make<UPValueUtil>();
     const ComPtr<UPWindowUtil> windows_ = make<UPWindowUtil>();
     const ComPtr<UPPrinterUtil> printers_ = make<UPPrinterUtil>();
-    std::shared_ptr<UPContext> context_;
+    const std::shared_ptr<UPContext> context_;
 };
 
 }  // namespace vela

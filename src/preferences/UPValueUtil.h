@@ -1,7 +1,7 @@
 // Key/value pairs and default paths, as clients reach them.
 #pragma once
 
-#include "preferences/upcontext.h"
+#include "preferences/up_context.h"
 
 namespace vela {
 

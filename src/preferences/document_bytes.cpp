@@ -3,7 +3,7 @@
 #include <span>
 
 #include "automation/error.h"
-#include "preferences/windows1252.h"
+#include "preferences/core/windows1252.h"
 
 namespace vela {
 

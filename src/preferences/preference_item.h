@@ -2,7 +2,7 @@
 #pragma once
 
 #include "preferences/section_manager.h"
-#include "text/text_normalisation.h"
+#include "text/core/text_normalisation.h"
 
 namespace vela {
 

@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "frame/screen.h"
+#include "runtime/screen.h"
 
 namespace vela {
 

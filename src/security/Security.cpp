@@ -26,4 +26,8 @@ HRESULT Security::put_Create(VARIANT_BOOL newValue) { return take(create_, newVa
 
 HRESULT Security::get_Create(VARIANT_BOOL* result) { return give(result, create_); }
 
+HRESULT ClassOf<_Security>::create(REFIID id, void** result) {
+    return createObject<Security>(id, result);
+}
+
 }  // namespace vela

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "contract.h"
-#include "serialization/switch_string.h"
+#include "serialization/core/switch_string.h"
 
 namespace vela {
 

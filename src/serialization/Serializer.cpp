@@ -2,8 +2,8 @@
 
 #include <optional>
 
+#include "serialization/core/property_text.h"
 #include "serialization/object_properties.h"
-#include "serialization/property_text.h"
 #include "xml/xml_document.h"
 
 namespace vela {
@@ -180,6 +180,10 @@ HRESULT Serializer::CreateSimpleElement(IXMLDOMDocument** xmlObject, BSTR elemen
         return createElement(*xmlObject, text(elementName),
                              isSet ? textOf(elementValue) : std::wstring());
     });
+}
+
+HRESULT ClassOf<_Serializer>::create(REFIID id, void** result) {
+    return createObject<Serializer>(id, result);
 }
 
 }  // namespace vela

@@ -2,8 +2,8 @@
 
 #include "automation/enumerator.h"
 #include "serialization/KeyValue.h"
-#include "text/text_normalisation.h"
-#include "text/wildcard.h"
+#include "text/core/text_normalisation.h"
+#include "text/core/wildcard.h"
 
 namespace vela {
 
@@ -101,6 +101,10 @@ HRESULT Switches::FindByRef(BSTR ref, _Switches** result) {
 
 HRESULT Switches::FindByGroup(BSTR group, _Switches** result) {
     return answer(result, [&] { return matching(group, &_KeyValue::get_Group); });
+}
+
+HRESULT ClassOf<_Switches>::create(REFIID id, void** result) {
+    return createObject<Switches>(id, result);
 }
 
 }  // namespace vela

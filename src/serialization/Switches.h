@@ -1,8 +1,8 @@
 // Records in order, each found by its key; filled from a switch string, filtered by patterns.
 #pragma once
 
+#include "collections/core/keyed_collection.h"
 #include "contract.h"
-#include "frame/keyed_collection.h"
 
 namespace vela {
 

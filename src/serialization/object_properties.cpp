@@ -7,8 +7,8 @@
 
 #include "automation/adapter.h"
 #include "automation/object.h"
-#include "frame/shared_instances.h"
-#include "serialization/ISerializable.h"
+#include "runtime/apartment.h"
+#include "serialization/serializable.h"
 
 namespace vela {
 
@@ -26,10 +26,9 @@ struct KnownClass {
 };
 
 // Plain data, so that no class's module is kept loaded.
-std::vector<KnownClass>& knownClasses() {
-    static std::vector<KnownClass>& classes = *new std::vector<KnownClass>;
-    return classes;
-}
+struct KnownClasses : ApartmentCache {
+    std::vector<KnownClass> classes;
+};
 
 SharedProperties readClass(ITypeInfo* info) {
     auto properties = std::make_shared<ClassProperties>();
@@ -55,12 +54,12 @@ SharedProperties classOf(IDispatch* object) {
     if (!info) return nullptr;
     if (!isOfTypeLibrary(info.Get())) return readClass(info.Get());
     const InterfaceIdentity identity = identityOf(info.Get());
-    for (const KnownClass& known : knownClasses()) {
-        if (known.identity == identity) return known.properties;
+    auto& known = apartmentLocal<KnownClasses>().classes;
+    for (const KnownClass& one : known) {
+        if (one.identity == identity) return one.properties;
     }
     SharedProperties properties = readClass(info.Get());
-    atApartmentEnd([] { knownClasses().clear(); });
-    knownClasses().push_back({identity, properties});
+    known.push_back({identity, properties});
     return properties;
 }
 

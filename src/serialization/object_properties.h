@@ -4,7 +4,7 @@
 #include <memory>
 
 #include "automation/late_properties.h"
-#include "frame/keyed_collection.h"
+#include "collections/core/keyed_collection.h"
 
 namespace vela {
 

@@ -37,4 +37,8 @@ HRESULT GeoUtil::get_GeoISO2(BSTR* result) { return answerInfo(result, GEO_ISO2)
 
 HRESULT GeoUtil::get_GeoRFC1766(BSTR* result) { return answerQuietly(result, countryLanguageTag); }
 
+HRESULT ClassOf<_GeoUtil>::create(REFIID id, void** result) {
+    return createObject<GeoUtil>(id, result);
+}
+
 }  // namespace vela

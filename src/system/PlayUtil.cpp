@@ -29,4 +29,8 @@ HRESULT PlayUtil::DeviceDisconnectSound() { return playQuietly(Sound::DeviceDisc
 
 HRESULT PlayUtil::DeviceFailSound() { return playQuietly(Sound::DeviceFail); }
 
+HRESULT ClassOf<_PlayUtil>::create(REFIID id, void** result) {
+    return createObject<PlayUtil>(id, result);
+}
+
 }  // namespace vela

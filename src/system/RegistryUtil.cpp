@@ -68,4 +68,8 @@ HRESULT RegistryUtil::DeleteValue(regChaves root, BSTR key, BSTR value, LONG* re
                       [&] { return deleteRegistryValue(rootKey(root), text(key), text(value)); });
 }
 
+HRESULT ClassOf<_RegistryUtil>::create(REFIID id, void** result) {
+    return createObject<RegistryUtil>(id, result);
+}
+
 }  // namespace vela

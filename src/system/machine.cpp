@@ -4,7 +4,7 @@
 
 #include <cmath>
 
-#include "system/system_function.h"
+#include "runtime/system_function.h"
 
 namespace vela {
 

@@ -10,8 +10,8 @@
 #include <memory>
 #include <vector>
 
-#include "system/system_function.h"
-#include "system/winsock.h"
+#include "runtime/system_function.h"
+#include "runtime/winsock.h"
 
 namespace vela {
 

@@ -4,7 +4,7 @@
 #include <array>
 
 #include "text/ansi_bytes.h"
-#include "text/text_normalisation.h"
+#include "text/core/text_normalisation.h"
 
 namespace vela {
 

@@ -10,8 +10,8 @@
 #include <cstddef>
 #include <vector>
 
+#include "runtime/system_function.h"
 #include "system/machine.h"
-#include "system/system_function.h"
 
 namespace vela {
 

@@ -1,17 +1,17 @@
 #include "text/TextUtil.h"
 
-#include "text/alignment.h"
-#include "text/fixed_point.h"
-#include "text/telephone_number.h"
+#include "text/core/alignment.h"
+#include "text/core/telephone_number.h"
+#include "text/core/text_filter.h"
+#include "text/core/text_normalisation.h"
+#include "text/core/text_search.h"
+#include "text/core/text_split.h"
+#include "text/core/upper_case.h"
+#include "text/core/wildcard.h"
+#include "text/numbers/core/fixed_point.h"
 #include "text/text_arrays.h"
-#include "text/text_filter.h"
-#include "text/text_normalisation.h"
-#include "text/text_search.h"
-#include "text/text_split.h"
 #include "text/text_transforms.h"
-#include "text/upper_case.h"
 #include "text/user_locale.h"
-#include "text/wildcard.h"
 
 namespace vela {
 
@@ -254,6 +254,10 @@ HRESULT TextUtil::Compactar64(BSTR value, BSTR* result) {
 
 HRESULT TextUtil::Descompactar64(BSTR value, BSTR* result) {
     return answer(result, [&] { return decompressedText(textOfBase64(text(value))); });
+}
+
+HRESULT ClassOf<_TextUtil>::create(REFIID id, void** result) {
+    return createObject<TextUtil>(id, result);
 }
 
 }  // namespace vela

@@ -1,9 +1,9 @@
 #include "text/text_transforms.h"
 
 #include "text/ansi_bytes.h"
-#include "text/base64.h"
-#include "text/deflate_block.h"
-#include "text/key_stream.h"
+#include "text/codecs/core/base64.h"
+#include "text/codecs/core/deflate_block.h"
+#include "text/codecs/core/key_stream.h"
 
 namespace vela {
 

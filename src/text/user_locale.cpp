@@ -2,7 +2,7 @@
 
 #include "automation/dispatch.h"
 #include "automation/error.h"
-#include "text/text_normalisation.h"
+#include "text/core/text_normalisation.h"
 
 namespace vela {
 

@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "automation/convert.h"
-#include "text/date_text.h"
+#include "text/dates/core/date_text.h"
 
 namespace vela {
 

@@ -3,8 +3,8 @@
 #include <cstring>
 
 #include "automation/error.h"
-#include "frame/shared_instances.h"
-#include "xml/xml_text.h"
+#include "runtime/apartment.h"
+#include "xml/core/xml_text.h"
 
 namespace vela {
 
@@ -17,31 +17,27 @@ constexpr CLSID kDomDocument30 = {
 
 // Finding the parser takes longer than most documents do: its factory is kept until the apartment
 // ends.
-ComPtr<IClassFactory>& keptFactory() {
-    static ComPtr<IClassFactory>& factory = *new ComPtr<IClassFactory>;
-    return factory;
-}
+class ParserFactory : public ApartmentCache {
+  public:
+    ParserFactory() {
+        if (FAILED(find(kDomDocument60))) check(find(kDomDocument30));
+        check(factory_->LockServer(TRUE));
+    }
+    void end() { factory_->LockServer(FALSE); }
 
-ComPtr<IClassFactory> parserFactory() {
-    ComPtr<IClassFactory>& factory = keptFactory();
-    if (factory) return factory;
-    ComPtr<IClassFactory> found;
-    const auto find = [&](const CLSID& id) {
-        return CoGetClassObject(id, CLSCTX_INPROC_SERVER, nullptr, IID_PPV_ARGS(&found));
-    };
-    if (FAILED(find(kDomDocument60))) check(find(kDomDocument30));
-    check(found->LockServer(TRUE));
-    factory = found;
-    atApartmentEnd([] {
-        keptFactory()->LockServer(FALSE);
-        keptFactory().Reset();
-    });
-    return factory;
-}
+    IClassFactory* operator->() const { return factory_.Get(); }
+
+  private:
+    HRESULT find(const CLSID& id) {
+        return CoGetClassObject(id, CLSCTX_INPROC_SERVER, nullptr, IID_PPV_ARGS(&factory_));
+    }
+
+    ComPtr<IClassFactory> factory_;
+};
 
 ComPtr<IXMLDOMDocument2> createParser() {
     ComPtr<IXMLDOMDocument2> parser;
-    check(parserFactory()->CreateInstance(nullptr, IID_PPV_ARGS(&parser)));
+    check(apartmentLocal<ParserFactory>()->CreateInstance(nullptr, IID_PPV_ARGS(&parser)));
     return parser;
 }
 

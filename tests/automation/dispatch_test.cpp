@@ -4,8 +4,8 @@
 
 #include "automation/late_bound.h"
 #include "serialization/Switches.h"
-#include "text/MathUtil.h"
 #include "text/TextUtil.h"
+#include "text/numbers/MathUtil.h"
 
 namespace vela {
 namespace {

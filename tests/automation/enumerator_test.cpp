@@ -1,7 +1,7 @@
 // What is handed out for a for-each over a collection.
 #include "automation/enumerator.h"
 
-#include "frame/Collection.h"
+#include "collections/Collection.h"
 #include "support/support.h"
 
 namespace vela {

@@ -32,8 +32,8 @@ using Invoked = std::function<HRESULT(DISPID id, WORD flags, DISPPARAMS& call, V
 template <class Face>
 class LateObjectOf : public Face {
   public:
-    LateObjectOf() { InterlockedIncrement(&liveObjects); }
-    virtual ~LateObjectOf() { InterlockedDecrement(&liveObjects); }
+    LateObjectOf() { ++liveObjects; }
+    virtual ~LateObjectOf() { --liveObjects; }
 
     IID face = IID_IDispatch;
     std::vector<const wchar_t*> names;  // numbered from 0

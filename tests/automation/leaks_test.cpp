@@ -2,7 +2,7 @@
 #include "support/leaks.h"
 
 #include "automation/enumerator.h"
-#include "frame/Collection.h"
+#include "collections/Collection.h"
 #include "text/TextUtil.h"
 
 namespace vela {

@@ -1,4 +1,4 @@
-#include "files/dialog_filter.h"
+#include "files/core/dialog_filter.h"
 
 #include <gtest/gtest.h>
 

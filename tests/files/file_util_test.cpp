@@ -7,7 +7,7 @@
 
 #include "automation/late_bound.h"
 #include "files/DirUtil.h"
-#include "frame/screen.h"
+#include "runtime/screen.h"
 
 namespace vela::test {
 namespace {

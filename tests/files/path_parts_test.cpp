@@ -1,4 +1,4 @@
-#include "files/path_parts.h"
+#include "files/core/path_parts.h"
 
 #include <gtest/gtest.h>
 

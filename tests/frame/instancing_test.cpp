@@ -1,6 +1,6 @@
 // Who may create what, and what a created object answers.
 #include "frame/built_library.h"
-#include "frame/shared_instances.h"
+#include "frame/class_table.h"
 
 namespace vela {
 namespace {

@@ -1,4 +1,4 @@
-#include "frame/last_error.h"
+#include "frame/core/last_error.h"
 
 #include <gtest/gtest.h>
 

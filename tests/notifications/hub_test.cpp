@@ -1,7 +1,7 @@
 // The hub: what is found and removed by what, and who is told when somebody comes or goes.
 #include "automation/late_bound.h"
 #include "notifications/notifications_support.h"
-#include "notifications/shared.h"
+#include "notifications/shared_hub.h"
 #include "support/leaks.h"
 
 namespace vela {

@@ -5,8 +5,8 @@
 
 #include "automation/enumerator.h"
 #include "preferences/Section.h"
-#include "preferences/XMLup.h"
-#include "preferences/upcontext.h"
+#include "preferences/up_context.h"
+#include "preferences/xml_up.h"
 #include "support/support.h"
 
 namespace vela::test {

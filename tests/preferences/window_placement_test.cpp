@@ -1,4 +1,4 @@
-#include "preferences/window_placement.h"
+#include "preferences/core/window_placement.h"
 
 #include <gtest/gtest.h>
 

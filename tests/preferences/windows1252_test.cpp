@@ -1,4 +1,4 @@
-#include "preferences/windows1252.h"
+#include "preferences/core/windows1252.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "serialization/property_text.h"
+#include "serialization/core/property_text.h"
 
 #include <gtest/gtest.h>
 

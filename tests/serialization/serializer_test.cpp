@@ -6,8 +6,8 @@
 #include "automation/late_bound.h"
 #include "automation/late_properties.h"
 #include "preferences/preferences_support.h"
-#include "serialization/ISerializable.h"
-#include "serialization/property_text.h"
+#include "serialization/core/property_text.h"
+#include "serialization/serializable.h"
 
 namespace vela::test {
 namespace {

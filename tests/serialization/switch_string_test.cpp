@@ -1,5 +1,5 @@
 // Splitting switch strings.
-#include "serialization/switch_string.h"
+#include "serialization/core/switch_string.h"
 
 #include <gtest/gtest.h>
 

@@ -9,7 +9,7 @@
 #include <shellapi.h>
 
 #include "preferences/Section.h"
-#include "preferences/XMLup.h"
+#include "preferences/xml_up.h"
 
 namespace vela {
 namespace {

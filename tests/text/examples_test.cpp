@@ -7,7 +7,7 @@
 
 #include "automation/late_bound.h"
 #include "support/documents.h"
-#include "text/extenso.h"
+#include "text/numbers/core/extenso.h"
 
 namespace vela::test {
 namespace {

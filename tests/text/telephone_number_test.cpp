@@ -1,4 +1,4 @@
-#include "text/telephone_number.h"
+#include "text/core/telephone_number.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "text/text_filter.h"
+#include "text/core/text_filter.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "text/text_normalisation.h"
+#include "text/core/text_normalisation.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "text/text_search.h"
+#include "text/core/text_search.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "text/text_split.h"
+#include "text/core/text_split.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // Upper-casing: one unit to one unit, the same for every locale.
-#include "text/upper_case.h"
+#include "text/core/upper_case.h"
 
 #include <gtest/gtest.h>
 

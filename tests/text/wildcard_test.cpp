@@ -1,5 +1,5 @@
 // Patterns of the Like operator.
-#include "text/wildcard.h"
+#include "text/core/wildcard.h"
 
 #include <gtest/gtest.h>
 

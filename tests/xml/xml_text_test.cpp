@@ -1,4 +1,4 @@
-#include "xml/xml_text.h"
+#include "xml/core/xml_text.h"
 
 #include <gtest/gtest.h>
 

@@ -131,7 +131,10 @@ def member_table(interface):
         parameters = f"p{index}" if m.incoming() else "std::span<const Parameter>{}"
         lines.append(f'        Member{{{m.id}, {m.kind}, L"{m.name}", {parameters}, '
                      f"&{call}<{arguments}>}},")
-    lines += ["    };", "    static const MemberTable table(members);", "    return table;", "}", ""]
+    lines += ["    };",
+              "    static constexpr detail::MemberIndex<detail::familyCount(members), members.size()> "
+              "index(members);",
+              "    static constexpr MemberTable table(members, index);", "    return table;", "}", ""]
     return lines
 
 

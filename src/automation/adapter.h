@@ -8,6 +8,7 @@
 
 #include "automation/dispatch.h"
 #include "automation/error.h"
+#include "automation/late_bound.h"
 
 namespace vela {
 
@@ -20,26 +21,6 @@ struct ScriptAdapter : IUnknown {
 
 // Whether two pointers are the same object.
 bool sameObject(IUnknown* left, IUnknown* right);
-
-// The number of a member; a failure when the object has none of that name, in any case.
-HRESULT findMember(IDispatch* object, const wchar_t* name, DISPID* id);
-inline bool hasMember(IDispatch* object, const wchar_t* name) {
-    DISPID id = DISPID_UNKNOWN;
-    return SUCCEEDED(findMember(object, name, &id));
-}
-
-// Calls a member of an object by its number; `arguments` are in the caller's order. A failure is
-// recorded as error info, with number, source and description as the object gave them.
-HRESULT callLateBound(IDispatch* object, DISPID id, WORD kind, std::span<VARIANT> arguments,
-                      VARIANT* result);
-// As above by name; run-time error 438 when the object has no such member.
-HRESULT callLateBound(IDispatch* object, const wchar_t* name, WORD kind,
-                      std::span<VARIANT> arguments, VARIANT* result);
-// An argument list of one.
-inline std::span<VARIANT> single(VARIANT& argument) { return {&argument, 1}; }
-// Property access by name; throws Error.
-Variant getProperty(IDispatch* object, const wchar_t* name);
-void putProperty(IDispatch* object, const wchar_t* name, Variant value);
 
 // ---- how one parameter travels outwards ---------------------------------------------------------
 
@@ -182,7 +163,7 @@ class AdapterBase : public Interface, public ScriptAdapter {
     explicit AdapterBase(IDispatch* original) : original_(original) {}
     virtual ~AdapterBase() = default;
 
-    IDispatch* original() final { return original_.Get(); }
+    IDispatch* original() final { return original_.object(); }
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** result) final {
         if (!result) return E_POINTER;
@@ -191,7 +172,7 @@ class AdapterBase : public Interface, public ScriptAdapter {
         } else if (id == kScriptAdapterId) {
             *result = static_cast<ScriptAdapter*>(this);
         } else {
-            return original_->QueryInterface(id, result);
+            return original()->QueryInterface(id, result);
         }
         AddRef();
         return S_OK;
@@ -203,20 +184,20 @@ class AdapterBase : public Interface, public ScriptAdapter {
         return left;
     }
     HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) final {
-        return original_->GetTypeInfoCount(count);
+        return original()->GetTypeInfoCount(count);
     }
     HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT index, LCID locale, ITypeInfo** info) final {
-        return original_->GetTypeInfo(index, locale, info);
+        return original()->GetTypeInfo(index, locale, info);
     }
     HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID id, LPOLESTR* names, UINT count, LCID locale,
                                             DISPID* ids) final {
-        return original_->GetIDsOfNames(id, names, count, locale, ids);
+        return original()->GetIDsOfNames(id, names, count, locale, ids);
     }
     HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID interfaceId, LCID locale, WORD flags,
                                      DISPPARAMS* call, VARIANT* result, EXCEPINFO* exception,
                                      UINT* failedArgument) final {
-        return original_->Invoke(id, interfaceId, locale, flags, call, result, exception,
-                                 failedArgument);
+        return original()->Invoke(id, interfaceId, locale, flags, call, result, exception,
+                                  failedArgument);
     }
 
   protected:
@@ -238,8 +219,7 @@ class AdapterBase : public Interface, public ScriptAdapter {
         HRESULT outcome = S_OK;
         const auto callAndTakeBack = [&](auto&... slot) {
             VARIANT arguments[sizeof...(Slots) + 1] = {slot.pass()...};
-            outcome =
-                callLateBound(original_.Get(), name, kind, {arguments, sizeof...(Slots)}, result);
+            outcome = original_.call(name, kind, {arguments, sizeof...(Slots)}, result);
             ((outcome = FAILED(outcome) ? outcome : slot.takeBack()), ...);
         };
         const HRESULT failure = guard([&] {
@@ -249,7 +229,7 @@ class AdapterBase : public Interface, public ScriptAdapter {
         return FAILED(failure) ? failure : outcome;
     }
 
-    ComPtr<IDispatch> original_;
+    LateBound original_;
     LONG references_ = 0;
 };
 

@@ -1,7 +1,6 @@
 #include "automation/dispatch.h"
 
 #include <algorithm>
-#include <bit>
 
 #include "automation/adapter.h"
 #include "automation/error.h"
@@ -10,18 +9,9 @@ namespace vela {
 
 namespace {
 
-// Member and parameter names are ASCII.
-constexpr wchar_t folded(wchar_t c) { return c >= L'a' && c <= L'z' ? wchar_t(c - 32) : c; }
-
 bool sameName(std::wstring_view left, std::wstring_view right) {
     return std::equal(left.begin(), left.end(), right.begin(), right.end(),
-                      [](wchar_t a, wchar_t b) { return folded(a) == folded(b); });
-}
-
-unsigned hashOf(std::wstring_view name) {
-    unsigned hash = 2166136261u;
-    for (const wchar_t c : name) hash = (hash ^ folded(c)) * 16777619u;
-    return hash ^ (hash >> 15);
+                      [](wchar_t a, wchar_t b) { return detail::folded(a) == detail::folded(b); });
 }
 
 // What engines pass for no object: JScript's null and undefined are among it.
@@ -63,32 +53,8 @@ UINT Arguments::failedArgument(const DISPPARAMS& call) const {
 
 // ---- members -----------------------------------------------------------------------------------
 
-MemberTable::MemberTable(std::span<const Member> members) : members_(members) {
-    names_.resize(std::bit_ceil(members.size() * 2 + 1), NameSlot{0, nullptr});
-    for (const Member& member : members) {
-        const std::size_t index = familyIndex(member.id);
-        if (families_.size() <= index) families_.resize(index + 1);
-        Family& family = families_[index];
-        if (member.kind == DISPATCH_PROPERTYPUT) family.write = &member;
-        else if (member.kind == DISPATCH_PROPERTYPUTREF) family.writeReference = &member;
-        else family.read = &member;
-        if (member.kind == DISPATCH_PROPERTYGET && member.parameters.empty() && member.id >= 0) {
-            const auto id = static_cast<std::size_t>(member.id);
-            if (plainGetters_.size() <= id) plainGetters_.resize(id + 1);
-            plainGetters_[id] = member.call;
-        }
-
-        const unsigned hash = hashOf(member.name);
-        std::size_t slot = hash & (names_.size() - 1);
-        while (names_[slot].member && names_[slot].member->id != member.id) {
-            slot = (slot + 1) & (names_.size() - 1);
-        }
-        names_[slot] = {hash, &member};
-    }
-}
-
 DISPID MemberTable::find(std::wstring_view name) const {
-    const unsigned hash = hashOf(name);
+    const unsigned hash = detail::hashOf(name);
     for (std::size_t slot = hash & (names_.size() - 1); names_[slot].member;
          slot = (slot + 1) & (names_.size() - 1)) {
         if (names_[slot].hash == hash && sameName(names_[slot].member->name, name)) {
@@ -99,7 +65,7 @@ DISPID MemberTable::find(std::wstring_view name) const {
 }
 
 const Member* MemberTable::find(DISPID id, WORD flags, const DISPPARAMS& call) const {
-    const Family* found = family(id);
+    const detail::Family* found = family(id);
     if (!found) return nullptr;
     if (flags & (DISPATCH_METHOD | DISPATCH_PROPERTYGET)) {
         // A property is read by a call too; a method is never run by a mere reading.
@@ -253,8 +219,12 @@ void storeThroughReference(VARIANT* target, VARIANT* value) {
 }
 
 HRESULT Value<VT_VARIANT, VARIANT>::load(Arguments& arguments, std::size_t index) {
-    static const Variant missing = Variant::missing();
-    value_ = arguments[index] ? dereferenced(*arguments[index]) : missing;
+    if (arguments[index]) {
+        value_ = dereferenced(*arguments[index]);
+    } else {
+        value_.vt = VT_ERROR;
+        value_.scode = DISP_E_PARAMNOTFOUND;
+    }
     return S_OK;
 }
 

@@ -20,9 +20,11 @@
 
 #include <oaidl.h>
 
+#include <algorithm>
+#include <array>
+#include <bit>
 #include <span>
 #include <tuple>
-#include <vector>
 
 #include "automation/convert.h"
 
@@ -68,10 +70,86 @@ struct Member {
     Thunk call;
 };
 
+namespace detail {
+
+// What shares one number: a method, or the accessors of a property.
+struct Family {
+    const Member* read = nullptr;  // property get or method
+    const Member* write = nullptr;
+    const Member* writeReference = nullptr;
+};
+struct NameSlot {
+    unsigned hash = 0;
+    const Member* member = nullptr;
+};
+
+// Member and parameter names are ASCII.
+constexpr wchar_t folded(wchar_t c) { return c >= L'a' && c <= L'z' ? wchar_t(c - 32) : c; }
+
+constexpr unsigned hashOf(std::wstring_view name) {
+    unsigned hash = 2166136261u;
+    for (const wchar_t c : name) hash = (hash ^ folded(c)) * 16777619u;
+    return hash ^ (hash >> 15);
+}
+
+// Numbers count from 0 upwards; the enumerator's is -4.
+constexpr std::size_t familyIndex(DISPID id) {
+    return id == DISPID_NEWENUM ? 0 : static_cast<std::size_t>(id) + 1;
+}
+
+// How many places the families of members take.
+constexpr std::size_t familyCount(std::span<const Member> members) {
+    std::size_t count = 1;
+    for (const Member& member : members) count = std::max(count, familyIndex(member.id) + 1);
+    return count;
+}
+
+// The members of an interface by number and by name, made by the compiler.
+template <std::size_t families, std::size_t members>
+struct MemberIndex {
+    constexpr explicit MemberIndex(std::span<const Member> all) {
+        for (const Member& member : all) {
+            enterNumber(member);
+            enterName(member);
+        }
+    }
+
+    std::array<Family, families> byNumber;                        // DISPID_NEWENUM first
+    std::array<Thunk, families - 1> plainGetters{};               // by number
+    std::array<NameSlot, std::bit_ceil(members * 2 + 1)> byName;  // open addressing
+
+  private:
+    constexpr void enterNumber(const Member& member) {
+        Family& family = byNumber[familyIndex(member.id)];
+        if (member.kind == DISPATCH_PROPERTYPUT) family.write = &member;
+        else if (member.kind == DISPATCH_PROPERTYPUTREF) family.writeReference = &member;
+        else family.read = &member;
+        if (member.kind == DISPATCH_PROPERTYGET && member.parameters.empty() && member.id >= 0) {
+            plainGetters[static_cast<std::size_t>(member.id)] = member.call;
+        }
+    }
+    constexpr void enterName(const Member& member) {
+        const unsigned hash = hashOf(member.name);
+        std::size_t slot = hash & (byName.size() - 1);
+        while (byName[slot].member && byName[slot].member->id != member.id) {
+            slot = (slot + 1) & (byName.size() - 1);
+        }
+        byName[slot] = {hash, &member};
+    }
+};
+
+}  // namespace detail
+
 // The members of one interface, findable by name without regard to case and by number.
 class MemberTable {
   public:
-    explicit MemberTable(std::span<const Member> members);
+    template <std::size_t families, std::size_t count>
+    constexpr MemberTable(std::span<const Member> members,
+                          const detail::MemberIndex<families, count>& index)
+        : members_(members),
+          families_(index.byNumber),
+          plainGetters_(index.plainGetters),
+          names_(index.byName) {}
 
     // DISPID_UNKNOWN when there is no such member.
     DISPID find(std::wstring_view name) const;
@@ -87,29 +165,16 @@ class MemberTable {
     }
 
   private:
-    struct Family {  // what shares one number: a method, or the accessors of a property
-        const Member* read = nullptr;  // property get or method
-        const Member* write = nullptr;
-        const Member* writeReference = nullptr;
-    };
-    // Numbers count from 0 upwards; the enumerator's is -4.
-    static std::size_t familyIndex(DISPID id) {
-        return id == DISPID_NEWENUM ? 0 : static_cast<std::size_t>(id) + 1;
-    }
-    const Family* family(DISPID id) const {
+    const detail::Family* family(DISPID id) const {
         if (id < 0 && id != DISPID_NEWENUM) return nullptr;
-        const std::size_t index = familyIndex(id);
+        const std::size_t index = detail::familyIndex(id);
         return index < families_.size() ? &families_[index] : nullptr;
     }
 
     std::span<const Member> members_;
-    std::vector<Family> families_;     // by number, DISPID_NEWENUM first
-    std::vector<Thunk> plainGetters_;  // by number
-    struct NameSlot {
-        unsigned hash;
-        const Member* member;
-    };
-    std::vector<NameSlot> names_;  // open addressing, size a power of two
+    std::span<const detail::Family> families_;
+    std::span<const Thunk> plainGetters_;
+    std::span<const detail::NameSlot> names_;
 };
 
 // What Invoke returns for a member that failed, and the error info as the exception.
@@ -214,7 +279,7 @@ class Value<VT_VARIANT, VARIANT> {
     void store(Arguments&, std::size_t) {}
 
   private:
-    VARIANT value_;
+    VARIANT value_{};
 };
 
 template <VARTYPE type, class Parameter = typename Field<type>::Type>

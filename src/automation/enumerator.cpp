@@ -21,6 +21,10 @@ class Enumerator final : public Counted<IEnumVARIANT> {
                 ++done;
             }
         });
+        if (FAILED(outcome)) {
+            // Nobody looks at what a failed call gave.
+            while (done > 0) VariantClear(&values[--done]);
+        }
         if (fetched) *fetched = done;
         if (FAILED(outcome)) return outcome;
         return done == count ? S_OK : S_FALSE;

@@ -28,26 +28,39 @@ const wchar_t* describe(RuntimeError error) {
     return L"";
 }
 
-std::wstring systemText(HRESULT code) {
-    wchar_t buffer[512];
-    DWORD length =
-        FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,
-                       static_cast<DWORD>(code), 0, buffer, ARRAYSIZE(buffer), nullptr);
-    while (length > 0 && buffer[length - 1] <= L' ') --length;
-    return std::wstring(buffer, length);
-}
+// The system's text for a failure, on one line; empty when it has none.
+struct SystemText {
+    explicit SystemText(HRESULT code) {
+        DWORD length =
+            FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,
+                           static_cast<DWORD>(code), 0, text, ARRAYSIZE(text), nullptr);
+        while (length > 0 && text[length - 1] <= L' ') --length;
+        text[length] = L'\0';
+    }
+
+    wchar_t text[512];
+};
+
+}  // namespace
 
 HRESULT record(HRESULT number, const wchar_t* source, const wchar_t* description) noexcept {
     ComPtr<ICreateErrorInfo> creator;
     ComPtr<IErrorInfo> info;
     if (FAILED(CreateErrorInfo(&creator)) || FAILED(creator.As(&info))) return number;
-    creator->SetSource(const_cast<wchar_t*>(source));
-    creator->SetDescription(const_cast<wchar_t*>(description));
+    creator->SetSource(const_cast<wchar_t*>(source ? source : L""));
+    creator->SetDescription(const_cast<wchar_t*>(description ? description : L""));
     SetErrorInfo(0, info.Get());
     return number;
 }
 
-}  // namespace
+HRESULT record(RuntimeError error) noexcept {
+    return record(runtimeNumber(error), kLibraryName, describe(error));
+}
+
+HRESULT record(HRESULT failure) noexcept {
+    if (failure == E_OUTOFMEMORY) return record(failure, kLibraryName, L"Out of memory");
+    return record(failure, kLibraryName, SystemText(failure).text);
+}
 
 void raiseNotImplemented() {
     throw Error{E_NOTIMPL, kLibraryName, L"This member is not available in this version"};
@@ -55,7 +68,7 @@ void raiseNotImplemented() {
 
 HRESULT check(HRESULT result) {
     if (result == E_OUTOFMEMORY) throw std::bad_alloc();
-    if (FAILED(result)) throw Error{result, kLibraryName, systemText(result)};
+    if (FAILED(result)) throw Error{result, kLibraryName, SystemText(result).text};
     return result;
 }
 
@@ -66,11 +79,11 @@ HRESULT reportCurrentException() noexcept {
         const HRESULT number = FAILED(error.number) ? error.number : E_UNEXPECTED;
         return record(number, error.source.c_str(), error.description.c_str());
     } catch (const RuntimeFailure& failure) {
-        return record(runtimeNumber(failure.error), kLibraryName, describe(failure.error));
+        return record(failure.error);
     } catch (const std::bad_alloc&) {
-        return record(E_OUTOFMEMORY, kLibraryName, L"Out of memory");
+        return record(E_OUTOFMEMORY);
     } catch (const std::length_error&) {
-        return record(E_OUTOFMEMORY, kLibraryName, L"Out of memory");
+        return record(E_OUTOFMEMORY);
     } catch (...) {
         return record(E_UNEXPECTED, kLibraryName, L"Unexpected failure");
     }

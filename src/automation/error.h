@@ -34,6 +34,12 @@ HRESULT check(HRESULT result);
 // As check(), for calls of automation members: the callee's own source and description live on.
 void checkRecorded(HRESULT result);
 
+// Records an error as this thread's error info and gives its number back; null texts are empty.
+HRESULT record(HRESULT number, const wchar_t* source, const wchar_t* description) noexcept;
+// As above, with the error's usual text.
+HRESULT record(RuntimeError error) noexcept;
+HRESULT record(HRESULT failure) noexcept;
+
 // For use inside a catch block: records the exception as this thread's error info and returns the
 // HRESULT that stands for it.
 HRESULT reportCurrentException() noexcept;

@@ -52,9 +52,10 @@ struct InterfaceIn<Base> {
 };
 
 // Identifies one of our own classes within this module: no object of another module answers it.
+// The tag is writable, for linkers may fold what can only be read.
 template <class Class>
 GUID ownClassId() {
-    static const char tag = 0;
+    static char tag = 0;
     GUID id = {0x3c1b7d52, 0x8e0f, 0x4a6d, {}};
     const void* address = &tag;
     static_assert(sizeof address <= sizeof id.Data4);
@@ -104,16 +105,18 @@ class Object
         *info = nullptr;
         return index == 0 ? typeInfoOf(__uuidof(Default), info) : DISP_E_BADINDEX;
     }
-    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID,
+    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID reserved, LPOLESTR* names, UINT count, LCID,
                                             DISPID* ids) final {
+        if (reserved != IID_NULL) return DISP_E_UNKNOWNINTERFACE;
         HRESULT outcome = S_OK;
         const HRESULT failure =
             guard([&] { outcome = namesToNumbers(facets(), names, count, ids); });
         return FAILED(failure) ? failure : outcome;
     }
-    HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID locale, WORD flags, DISPPARAMS* call,
-                                     VARIANT* result, EXCEPINFO* exception,
+    HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID reserved, LCID locale, WORD flags,
+                                     DISPPARAMS* call, VARIANT* result, EXCEPINFO* exception,
                                      UINT* failedArgument) final {
+        if (reserved != IID_NULL) return DISP_E_UNKNOWNINTERFACE;
         // What callers do most, reading a property, goes the shortest way.
         if ((flags & DISPATCH_PROPERTYGET) && call && call->cArgs == 0 && result) {
             if (const Thunk get = members_.plainGetter(id)) {
@@ -158,19 +161,24 @@ class Object
     static constexpr LONG kDying = 0x40000000;
 
     std::array<Facet, 1 + sizeof...(Others)> facets() {
-        return {
-            Facet{static_cast<Default*>(this), &members_},
-            Facet{static_cast<Others*>(this), &membersOf<typename InterfaceIn<Others>::Type>()}...};
+        return {Facet{static_cast<Default*>(this), &members_}, facetOf<Others>()...};
+    }
+    template <class Base>
+    Facet facetOf() {
+        using Interface = typename InterfaceIn<Base>::Type;
+        return {static_cast<Interface*>(static_cast<Base*>(this)), &membersOf<Interface>()};
+    }
+    template <class Base>
+    void findIn(REFIID id, void*& found) {
+        using Interface = typename InterfaceIn<Base>::Type;
+        if (id == __uuidof(Interface)) found = static_cast<Interface*>(static_cast<Base*>(this));
     }
     void* find(REFIID id) {
         if (id == __uuidof(Default) || id == IID_IDispatch || id == IID_IUnknown) {
             return static_cast<Default*>(this);
         }
         void* found = nullptr;
-        ((id == __uuidof(typename InterfaceIn<Others>::Type)
-              ? void(found = static_cast<Others*>(this))
-              : void()),
-         ...);
+        (findIn<Others>(id, found), ...);
         if (id == IID_ISupportErrorInfo) found = static_cast<ISupportErrorInfo*>(this);
         if (id == IID_IProvideClassInfo || id == IID_IProvideClassInfo2) {
             found = static_cast<IProvideClassInfo2*>(this);
@@ -224,8 +232,8 @@ std::wstring textProperty(Interface* object, HRESULT (STDMETHODCALLTYPE Interfac
 }
 
 // Properties that hold their value and do nothing else.
-inline HRESULT give(BSTR* result, const std::wstring& field) {
-    return answer(result, [&] { return std::wstring_view(field); });
+inline HRESULT give(BSTR* result, std::wstring_view field) {
+    return answer(result, [&] { return field; });
 }
 template <class Field>
 HRESULT give(Field* result, Field field) {

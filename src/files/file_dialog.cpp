@@ -53,19 +53,18 @@ std::optional<FileChoice> askForFile(const FileQuestion& question) {
 }
 
 FileChoice askForFile(IDispatch* control, const FileQuestion& question) {
+    LateBound dialog(control);
     const auto put = [&](const wchar_t* property, const std::wstring& value) {
-        if (!value.empty()) putProperty(control, property, Variant(std::wstring_view(value)));
+        if (!value.empty()) dialog.put(property, Variant(std::wstring_view(value)));
     };
     put(L"DialogTitle", question.title);
     put(L"FileName", question.name);
     put(L"Filter", question.filter);
-    if (question.flags) putProperty(control, L"Flags", Variant(question.flags));
+    if (question.flags) dialog.put(L"Flags", Variant(question.flags));
     // To cancel is then an error.
-    putProperty(control, L"CancelError", converted(Variant(1L), VT_BOOL));
-    checkRecorded(callLateBound(control, question.opens ? L"ShowOpen" : L"ShowSave",
-                                DISPATCH_METHOD, {}, nullptr));
-    return {textOf(getProperty(control, L"FileName")),
-            converted(getProperty(control, L"Flags"), VT_I4).lVal};
+    dialog.put(L"CancelError", converted(Variant(1L), VT_BOOL));
+    dialog.run(question.opens ? L"ShowOpen" : L"ShowSave");
+    return {textOf(dialog.get(L"FileName")), converted(dialog.get(L"Flags"), VT_I4).lVal};
 }
 
 }  // namespace vela

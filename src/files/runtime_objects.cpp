@@ -20,8 +20,7 @@ ComPtr<Interface> fromRuntime(const wchar_t* member, const std::wstring& path) {
     check(CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER, IID_PPV_ARGS(&fileSystem)));
     Variant argument{std::wstring_view(path)};
     Variant result;
-    checkRecorded(
-        callLateBound(fileSystem.Get(), member, DISPATCH_METHOD, single(argument), &result));
+    checkRecorded(LateBound(fileSystem).call(member, DISPATCH_METHOD, single(argument), &result));
     ComPtr<Interface> object;
     if (!objectIn(result)) raise(RuntimeError::TypeMismatch);
     check(objectIn(result)->QueryInterface(IID_PPV_ARGS(&object)));

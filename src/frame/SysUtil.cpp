@@ -98,8 +98,7 @@ HRESULT SysUtil::get_AppYear(SHORT* result) {
 HRESULT SysUtil::PoeFoco(IDispatch** control, SHORT* result) {
     return answerQuietly(result, [&]() -> SHORT {
         if (!control || !*control) return 0;
-        check(callLateBound(ComPtr<IDispatch>(*control).Get(), L"SetFocus", DISPATCH_METHOD, {},
-                            nullptr));
+        LateBound(*control).run(L"SetFocus");
         return VARIANT_TRUE;
     });
 }

@@ -107,7 +107,7 @@ class ItemReader {
         const bool tells = !properties_.empty();
         if (!tells || std::find(properties_.begin(), properties_.end(), upperCase(name.view())) !=
                           properties_.end()) {
-            if (FAILED(findMember(item, name.get(), &id))) id = DISPID_UNKNOWN;
+            id = findMember(item, name.get());
         }
         if (tells) members_.emplace_back(name.view(), id);
         return id;

@@ -94,12 +94,10 @@ Variant withoutObjects(Variant value) {
 }
 
 Variant nestedText(Variant value) {
-    const auto object = heldObject(value);
-    const bool nested =
-        hasMember(object.Get(), L"FromString") && hasMember(object.Get(), L"ToString");
-    if (!nested) return value;
+    LateBound object(heldObject(value));
+    if (!object.has(L"FromString") || !object.has(L"ToString")) return value;
     Variant text;
-    checkRecorded(callLateBound(object.Get(), L"ToString", DISPATCH_METHOD, {}, &text));
+    checkRecorded(object.call(L"ToString", DISPATCH_METHOD, {}, &text));
     return text;
 }
 
@@ -113,10 +111,8 @@ DeclaredProperty ObjectProperties::find(const std::wstring& name) const {
     if (declared_) {
         if (const DeclaredProperty* property = declared_->find(name)) return *property;
     }
-    DISPID id = DISPID_UNKNOWN;
-    if (name.empty() || FAILED(findMember(object_.Get(), name.c_str(), &id))) {
-        raise(RuntimeError::MemberNotSupported);
-    }
+    const DISPID id = name.empty() ? DISPID_UNKNOWN : findMember(object_.Get(), name.c_str());
+    if (id == DISPID_UNKNOWN) raise(RuntimeError::MemberNotSupported);
     return {ownSpelling(object_.Get(), id, name), id, VT_EMPTY};
 }
 

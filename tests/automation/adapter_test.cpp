@@ -1,7 +1,7 @@
 // Objects that have nothing but IDispatch, in the place of interfaces that callers implement.
 #include "automation/adapter.h"
 
-#include "automation/late_bound.h"
+#include "automation/late_objects.h"
 
 namespace vela {
 namespace {

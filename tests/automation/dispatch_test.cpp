@@ -2,7 +2,7 @@
 // back.
 #include "automation/dispatch.h"
 
-#include "automation/late_bound.h"
+#include "automation/late_objects.h"
 #include "serialization/Switches.h"
 #include "text/TextUtil.h"
 #include "text/numbers/MathUtil.h"

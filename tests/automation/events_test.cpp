@@ -3,7 +3,7 @@
 
 #include <olectl.h>
 
-#include "automation/late_bound.h"
+#include "automation/late_objects.h"
 
 namespace vela {
 namespace {

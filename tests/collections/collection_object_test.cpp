@@ -2,7 +2,7 @@
 #include "collections/Collection.h"
 
 #include "automation/enumerator.h"
-#include "automation/late_bound.h"
+#include "automation/late_objects.h"
 #include "preferences/UPItems.h"
 
 namespace vela {

@@ -5,7 +5,7 @@
 #include <fstream>
 #include <set>
 
-#include "automation/late_bound.h"
+#include "automation/late_objects.h"
 #include "files/DirUtil.h"
 #include "runtime/screen.h"
 

@@ -1,5 +1,5 @@
 // The hub: what is found and removed by what, and who is told when somebody comes or goes.
-#include "automation/late_bound.h"
+#include "automation/late_objects.h"
 #include "notifications/notifications_support.h"
 #include "notifications/shared_hub.h"
 #include "support/leaks.h"

@@ -1,7 +1,7 @@
 // Pulsars: their slots, their patterns tick by tick, and real ticks of a message loop.
 #include <thread>
 
-#include "automation/late_bound.h"
+#include "automation/late_objects.h"
 #include "notifications/Pulsar.h"
 #include "notifications/notifications_support.h"
 #include "notifications/shared_hub.h"

@@ -1,5 +1,5 @@
 // Default paths and windows; printers and report parameters are in clients/preferences.js.
-#include "automation/late_bound.h"
+#include "automation/late_objects.h"
 #include "preferences/RPManager.h"
 #include "preferences/UPUtil.h"
 #include "preferences/preferences_support.h"

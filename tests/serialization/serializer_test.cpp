@@ -3,7 +3,7 @@
 
 #include <xml_types.h>
 
-#include "automation/late_bound.h"
+#include "automation/late_objects.h"
 #include "automation/late_properties.h"
 #include "preferences/preferences_support.h"
 #include "serialization/core/property_text.h"

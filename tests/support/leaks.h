@@ -3,25 +3,10 @@
 
 #include <functional>
 
+#include "support/heaps.h"
 #include "support/support.h"
 
 namespace vela::test {
-
-// How many blocks are allocated, in all heaps of this process.
-inline long allocatedBlocks() {
-    HANDLE heaps[64];
-    const DWORD count = GetProcessHeaps(64, heaps);
-    long blocks = 0;
-    for (DWORD i = 0; i < count; ++i) {
-        PROCESS_HEAP_ENTRY entry{};
-        HeapLock(heaps[i]);
-        while (HeapWalk(heaps[i], &entry)) {
-            if (entry.wFlags & PROCESS_HEAP_ENTRY_BUSY) ++blocks;
-        }
-        HeapUnlock(heaps[i]);
-    }
-    return blocks;
-}
 
 inline void expectNoGrowth(const std::function<void()>& round, int rounds = 10000) {
     for (int i = 0; i < 100; ++i) round();  // caches fill

@@ -5,7 +5,7 @@
 #include <regex>
 #include <sstream>
 
-#include "automation/late_bound.h"
+#include "automation/late_objects.h"
 #include "support/documents.h"
 #include "text/numbers/core/extenso.h"
 

@@ -1,6 +1,6 @@
 #include "text/TextUtil.h"
 
-#include "automation/late_bound.h"
+#include "automation/late_objects.h"
 #include "text/text_transforms.h"
 
 namespace vela::test {

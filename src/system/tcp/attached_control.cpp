@@ -20,9 +20,8 @@ AttachedControl::AttachedControl(ComPtr<IDispatch> control, Handler handler)
     : control_(std::move(control)) {
     static_assert(std::size(kMemberNames) == kMembers);
     for (int member = 0; member < kMembers; ++member) {
-        if (FAILED(findMember(control_.Get(), kMemberNames[member], &numbers_[member]))) {
-            raise(RuntimeError::TypeMismatch);
-        }
+        numbers_[member] = findMember(control_.Get(), kMemberNames[member]);
+        if (numbers_[member] == DISPID_UNKNOWN) raise(RuntimeError::TypeMismatch);
     }
     events_.emplace(
         control_.Get(), kEventNames, kRequiredEvents,

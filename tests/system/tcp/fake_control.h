@@ -4,7 +4,7 @@
 
 #include <map>
 
-#include "automation/late_bound.h"
+#include "automation/late_objects.h"
 
 namespace vela::test {
 

@@ -1,7 +1,7 @@
 // What the tests of messages share: a cTCP with a log of its events, and the message loop.
 #pragma once
 
-#include "automation/late_bound.h"
+#include "automation/late_objects.h"
 #include "system/tcp/Socket.h"
 #include "system/tcp/cTCP.h"
 

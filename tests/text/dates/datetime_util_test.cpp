@@ -1,7 +1,7 @@
 // What DatetimeUtil and TickCount take from the platform.
 #include "text/dates/DatetimeUtil.h"
 
-#include "automation/late_bound.h"
+#include "automation/late_objects.h"
 #include "text/dates/core/date_text.h"
 #include "text/user_locale.h"
 

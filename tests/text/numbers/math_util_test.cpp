@@ -1,7 +1,7 @@
 // What MathUtil takes from the platform and from its callers' variants.
 #include "text/numbers/MathUtil.h"
 
-#include "automation/late_bound.h"
+#include "automation/late_objects.h"
 #include "text/user_locale.h"
 
 namespace vela::test {

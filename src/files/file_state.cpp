@@ -5,6 +5,7 @@
 #include "files/core/path_parts.h"
 #include "files/full_path.h"
 #include "files/special_folders.h"
+#include "runtime/handles.h"
 
 namespace vela {
 
@@ -16,9 +17,9 @@ DWORD attributesOf(const std::wstring& path) {
 
 bool opens(const std::wstring& path, DWORD how, DWORD flags) {
     const DWORD others = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
-    const HANDLE file = CreateFileW(path.c_str(), GENERIC_WRITE | (flags ? DELETE : 0), others,
-                                    nullptr, how, FILE_ATTRIBUTE_NORMAL | flags, nullptr);
-    return file != INVALID_HANDLE_VALUE && CloseHandle(file);
+    const KernelHandle file(CreateFileW(path.c_str(), GENERIC_WRITE | (flags ? DELETE : 0), others,
+                                        nullptr, how, FILE_ATTRIBUTE_NORMAL | flags, nullptr));
+    return static_cast<bool>(file);
 }
 
 }  // namespace

@@ -43,10 +43,13 @@ bool canBeWritten(const std::wstring& path) {
 }
 
 std::wstring newTemporaryFile() {
-    wchar_t path[MAX_PATH];
+    // Room first: a file that is made must be told of.
+    std::wstring path(MAX_PATH, L'\0');
     const std::wstring folder = temporaryFolder();
-    const bool made = !folder.empty() && GetTempFileNameW(folder.c_str(), L"vel", 0, path) != 0;
-    return made ? path : L"";
+    const bool made =
+        !folder.empty() && GetTempFileNameW(folder.c_str(), L"vel", 0, path.data()) != 0;
+    path.resize(made ? path.find(L'\0') : 0);
+    return path;
 }
 
 }  // namespace vela

@@ -253,8 +253,7 @@ void storeThroughReference(VARIANT* target, VARIANT* value) {
 }
 
 HRESULT Value<VT_VARIANT, VARIANT>::load(Arguments& arguments, std::size_t index) {
-    static const Variant missing = Variant::missing();
-    value_ = arguments[index] ? dereferenced(*arguments[index]) : missing;
+    value_ = arguments[index] ? dereferenced(*arguments[index]) : Variant::missing().release();
     return S_OK;
 }
 

@@ -55,7 +55,7 @@ bench::Row cipher() {
     std::string copy(text.size(), '\0');
     return compared(
         "cipher of 16 MB in place, key of 20 (to memcpy)", 2.0,
-        [&] { text = vela::ciphered(std::move(text), L"a key of twenty char"); },
+        [&] { text = vela::ciphered(std::move(text), "a key of twenty char"); },
         [&] {
             std::memcpy(copy.data(), text.data(), text.size());
             bench::keep(copy[text.size() / 2]);

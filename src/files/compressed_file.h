@@ -1,7 +1,7 @@
 // Compressed files on the disk.
 #pragma once
 
-#include "text/codecs/core/deflate_file.h"
+#include "files/core/deflate_file.h"
 
 namespace vela {
 

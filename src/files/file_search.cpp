@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include "files/full_path.h"
+#include "runtime/handles.h"
 
 namespace vela {
 
@@ -12,19 +13,14 @@ class Search {
   public:
     explicit Search(const std::wstring& mask) {
         if (isDevice(mask)) return;
-        search_ = FindFirstFileExW(mask.c_str(), FindExInfoBasic, &found_, FindExSearchNameMatch,
-                                   nullptr, FIND_FIRST_EX_LARGE_FETCH);
+        search_.reset(FindFirstFileExW(mask.c_str(), FindExInfoBasic, &found_,
+                                       FindExSearchNameMatch, nullptr, FIND_FIRST_EX_LARGE_FETCH));
     }
-    ~Search() {
-        if (search_ != INVALID_HANDLE_VALUE) FindClose(search_);
-    }
-    Search(const Search&) = delete;
-    Search& operator=(const Search&) = delete;
 
     // The name of the next file; null at the end.
     const wchar_t* next() {
-        while (search_ != INVALID_HANDLE_VALUE) {
-            if (started_ && !FindNextFileW(search_, &found_)) break;
+        while (search_) {
+            if (started_ && !FindNextFileW(search_.get(), &found_)) break;
             started_ = true;
             if (!(found_.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY)) return found_.cFileName;
         }
@@ -32,7 +28,7 @@ class Search {
     }
 
   private:
-    HANDLE search_ = INVALID_HANDLE_VALUE;
+    SearchHandle search_;
     bool started_ = false;
     WIN32_FIND_DATAW found_;
 };

@@ -5,6 +5,7 @@
 #include "files/core/path_parts.h"
 #include "files/full_path.h"
 #include "files/special_folders.h"
+#include "runtime/handles.h"
 
 namespace vela {
 
@@ -16,9 +17,9 @@ DWORD attributesOf(const std::wstring& path) {
 
 bool opens(const std::wstring& path, DWORD how, DWORD flags) {
     const DWORD others = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
-    const HANDLE file = CreateFileW(path.c_str(), GENERIC_WRITE | (flags ? DELETE : 0), others,
-                                    nullptr, how, FILE_ATTRIBUTE_NORMAL | flags, nullptr);
-    return file != INVALID_HANDLE_VALUE && CloseHandle(file);
+    const KernelHandle file(CreateFileW(path.c_str(), GENERIC_WRITE | (flags ? DELETE : 0), others,
+                                        nullptr, how, FILE_ATTRIBUTE_NORMAL | flags, nullptr));
+    return static_cast<bool>(file);
 }
 
 }  // namespace
@@ -42,10 +43,13 @@ bool canBeWritten(const std::wstring& path) {
 }
 
 std::wstring newTemporaryFile() {
-    wchar_t path[MAX_PATH];
+    // Room first: a file that is made must be told of.
+    std::wstring path(MAX_PATH, L'\0');
     const std::wstring folder = temporaryFolder();
-    const bool made = !folder.empty() && GetTempFileNameW(folder.c_str(), L"vel", 0, path) != 0;
-    return made ? path : L"";
+    const bool made =
+        !folder.empty() && GetTempFileNameW(folder.c_str(), L"vel", 0, path.data()) != 0;
+    path.resize(made ? path.find(L'\0') : 0);
+    return path;
 }
 
 }  // namespace vela

@@ -13,10 +13,16 @@ std::wstring specialFolder(int number) {
 }
 
 std::wstring temporaryFolder() {
-    wchar_t path[MAX_PATH + 1];
-    const DWORD length = GetTempPathW(ARRAYSIZE(path), path);
-    if (length == 0 || length >= ARRAYSIZE(path)) return L"";
-    return std::wstring(path, length - (path[length - 1] == L'\\' ? 1 : 0));
+    std::wstring path;
+    DWORD length = GetTempPathW(0, nullptr);
+    // Another thread may set a longer one between the calls.
+    while (length > path.size()) {
+        path.resize(length);
+        length = GetTempPathW(length, path.data());
+    }
+    path.resize(length);
+    if (path.ends_with(L'\\')) path.pop_back();
+    return path;
 }
 
 }  // namespace vela

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <utility>
 
 #include "files/full_path.h"
 
@@ -17,21 +16,6 @@ constexpr DWORD kMoment = 1000;        // ms
 constexpr DWORD kShortPatience = 100;  // ms
 constexpr DWORD kPause = 10;           // ms
 constexpr DWORD kOneCall = 16 << 20;
-
-class Handle {
-  public:
-    explicit Handle(HANDLE handle) : handle_(handle) {}
-    ~Handle() {
-        if (*this) CloseHandle(handle_);
-    }
-    Handle(const Handle&) = delete;
-    Handle& operator=(const Handle&) = delete;
-    explicit operator bool() const { return handle_ != INVALID_HANDLE_VALUE; }
-    HANDLE get() const { return handle_; }
-
-  private:
-    HANDLE handle_;
-};
 
 DWORD writeAll(HANDLE file, const void* content, std::size_t size) {
     const auto* from = static_cast<const char*>(content);
@@ -88,16 +72,12 @@ FileReading::FileReading(const std::wstring& path) {
         error_ = ERROR_INVALID_NAME;
         return;
     }
-    file_ = CreateFileW(path.c_str(), GENERIC_READ, kShareAll, nullptr, OPEN_EXISTING,
-                        FILE_FLAG_SEQUENTIAL_SCAN, nullptr);
+    file_.reset(CreateFileW(path.c_str(), GENERIC_READ, kShareAll, nullptr, OPEN_EXISTING,
+                            FILE_FLAG_SEQUENTIAL_SCAN, nullptr));
     LARGE_INTEGER size{};
-    if (file_ == INVALID_HANDLE_VALUE || !GetFileSizeEx(file_, &size)) error_ = GetLastError();
+    if (!file_ || !GetFileSizeEx(file_.get(), &size)) error_ = GetLastError();
     else if (size.QuadPart > 0x7FFFFFFF) error_ = ERROR_FILE_TOO_LARGE;
     else size_ = static_cast<std::size_t>(size.QuadPart);
-}
-
-FileReading::~FileReading() {
-    if (file_ != INVALID_HANDLE_VALUE) CloseHandle(file_);
 }
 
 std::size_t FileReading::read(void* into, std::size_t size) {
@@ -106,7 +86,7 @@ std::size_t FileReading::read(void* into, std::size_t size) {
     while (error_ == ERROR_SUCCESS && done < size) {
         DWORD read = 0;
         const DWORD part = static_cast<DWORD>((std::min<std::size_t>)(size - done, kOneCall));
-        if (!ReadFile(file_, to + done, part, &read, nullptr)) error_ = GetLastError();
+        if (!ReadFile(file_.get(), to + done, part, &read, nullptr)) error_ = GetLastError();
         if (read == 0) break;
         done += read;
     }
@@ -124,8 +104,8 @@ DWORD readWholeFile(const std::wstring& path, Bytes& content) {
 
 DWORD writeNewFile(const std::wstring& path, const void* content, std::size_t size) {
     if (isDevice(path)) return ERROR_INVALID_NAME;
-    const Handle file(CreateFileW(path.c_str(), GENERIC_WRITE | DELETE, 0, nullptr, CREATE_NEW,
-                                  FILE_ATTRIBUTE_NORMAL, nullptr));
+    const KernelHandle file(CreateFileW(path.c_str(), GENERIC_WRITE | DELETE, 0, nullptr,
+                                        CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr));
     if (!file) return GetLastError();
     DWORD error = writeAll(file.get(), content, size);
     if (error == ERROR_SUCCESS) error = flushed(file.get());
@@ -136,13 +116,11 @@ DWORD writeNewFile(const std::wstring& path, const void* content, std::size_t si
 FileReplacement::FileReplacement(const std::wstring& path) : path_(path) {
     error_ = path.empty() || isDevice(path) ? DWORD{ERROR_INVALID_NAME} : open();
     // A process killed earlier may have left content.
-    if (error_ == ERROR_SUCCESS && !SetEndOfFile(sibling_)) error_ = GetLastError();
+    if (error_ == ERROR_SUCCESS && !SetEndOfFile(sibling_.get())) error_ = GetLastError();
 }
 
 FileReplacement::~FileReplacement() {
-    if (sibling_ == INVALID_HANDLE_VALUE) return;
-    deleteOnClose(sibling_);
-    CloseHandle(sibling_);
+    if (sibling_) deleteOnClose(sibling_.get());
 }
 
 DWORD FileReplacement::open() {
@@ -151,9 +129,9 @@ DWORD FileReplacement::open() {
     for (;;) {
         // Nobody else may write to the sibling: that makes it the lock, too. Once it has the file's
         // name, others may read it.
-        sibling_ = CreateFileW(name.c_str(), GENERIC_WRITE | DELETE, FILE_SHARE_READ, nullptr,
-                               OPEN_ALWAYS, FILE_ATTRIBUTE_HIDDEN, nullptr);
-        if (sibling_ != INVALID_HANDLE_VALUE) return ERROR_SUCCESS;
+        sibling_.reset(CreateFileW(name.c_str(), GENERIC_WRITE | DELETE, FILE_SHARE_READ, nullptr,
+                                   OPEN_ALWAYS, FILE_ATTRIBUTE_HIDDEN, nullptr));
+        if (sibling_) return ERROR_SUCCESS;
         const DWORD error = GetLastError();
         // A sibling that is being deleted denies access, and so does a folder that may not be
         // written in: there is little sense in waiting long for that one.
@@ -170,7 +148,7 @@ DWORD FileReplacement::open() {
 }
 
 DWORD FileReplacement::append(const void* content, std::size_t size) {
-    if (error_ == ERROR_SUCCESS) error_ = writeAll(sibling_, content, size);
+    if (error_ == ERROR_SUCCESS) error_ = writeAll(sibling_.get(), content, size);
     return error_;
 }
 
@@ -183,15 +161,15 @@ DWORD FileReplacement::commit(DWORD attributes) {
         }
         attributes = old;
     }
-    setAttributes(sibling_, attributes);
-    error_ = renameOver(sibling_, path_);
+    setAttributes(sibling_.get(), attributes);
+    error_ = renameOver(sibling_.get(), path_);
     // Others wait for the sibling no longer; while it is open they could not replace the file.
-    if (error_ == ERROR_SUCCESS) CloseHandle(std::exchange(sibling_, INVALID_HANDLE_VALUE));
+    if (error_ == ERROR_SUCCESS) sibling_.reset();
     return error_;
 }
 
 DWORD FileReplacement::commit(const void* content, std::size_t size, DWORD attributes) {
-    if (append(content, size) == ERROR_SUCCESS) error_ = flushed(sibling_);
+    if (append(content, size) == ERROR_SUCCESS) error_ = flushed(sibling_.get());
     return commit(attributes);
 }
 

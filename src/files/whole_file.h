@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "runtime/handles.h"
+
 namespace vela {
 
 using Bytes = std::vector<std::byte>;
@@ -16,9 +18,6 @@ using Bytes = std::vector<std::byte>;
 class FileReading {
   public:
     explicit FileReading(const std::wstring& path);
-    ~FileReading();
-    FileReading(const FileReading&) = delete;
-    FileReading& operator=(const FileReading&) = delete;
 
     // ERROR_SUCCESS, or why the file cannot be read (on).
     DWORD error() const { return error_; }
@@ -28,7 +27,7 @@ class FileReading {
     std::size_t read(void* into, std::size_t size);
 
   private:
-    HANDLE file_ = INVALID_HANDLE_VALUE;
+    KernelHandle file_;
     std::size_t size_ = 0;
     DWORD error_ = ERROR_SUCCESS;
 };
@@ -67,7 +66,7 @@ class FileReplacement {
     DWORD open();
 
     std::wstring path_;
-    HANDLE sibling_ = INVALID_HANDLE_VALUE;
+    KernelHandle sibling_;
     DWORD error_ = ERROR_SUCCESS;
 };
 

@@ -3,6 +3,7 @@
 #include <functional>
 
 #include "frame/class_table.h"
+#include "runtime/handles.h"
 #include "runtime/type_library.h"
 
 namespace vela {
@@ -19,12 +20,10 @@ class ClassesRoot {
   public:
     explicit ClassesRoot(RegistrationScope scope) {
         const HKEY root = scope == RegistrationScope::User ? HKEY_CURRENT_USER : HKEY_LOCAL_MACHINE;
-        HKEY classes = nullptr;
+        RegistryKey classes;
         checkRegistry(RegCreateKeyExW(root, L"Software\\Classes", 0, nullptr, 0,
-                                      KEY_READ | KEY_WRITE, nullptr, &classes, nullptr));
-        const LSTATUS status = RegOverridePredefKey(HKEY_CLASSES_ROOT, classes);
-        RegCloseKey(classes);
-        checkRegistry(status);
+                                      KEY_READ | KEY_WRITE, nullptr, classes.put(), nullptr));
+        checkRegistry(RegOverridePredefKey(HKEY_CLASSES_ROOT, classes.get()));
     }
     ~ClassesRoot() { RegOverridePredefKey(HKEY_CLASSES_ROOT, nullptr); }
     ClassesRoot(const ClassesRoot&) = delete;
@@ -32,14 +31,12 @@ class ClassesRoot {
 };
 
 void write(const std::wstring& key, const wchar_t* name, const std::wstring& value) {
-    HKEY opened = nullptr;
+    RegistryKey opened;
     checkRegistry(RegCreateKeyExW(HKEY_CLASSES_ROOT, key.c_str(), 0, nullptr, 0, KEY_WRITE, nullptr,
-                                  &opened, nullptr));
-    const LSTATUS status =
-        RegSetValueExW(opened, name, 0, REG_SZ, reinterpret_cast<const BYTE*>(value.c_str()),
-                       static_cast<DWORD>((value.size() + 1) * sizeof(wchar_t)));
-    RegCloseKey(opened);
-    checkRegistry(status);
+                                  opened.put(), nullptr));
+    checkRegistry(RegSetValueExW(opened.get(), name, 0, REG_SZ,
+                                 reinterpret_cast<const BYTE*>(value.c_str()),
+                                 static_cast<DWORD>((value.size() + 1) * sizeof(wchar_t))));
 }
 
 void removeTree(const std::wstring& key) {

@@ -5,68 +5,71 @@
 
 #include <cstring>
 #include <utility>
-#include <vector>
 
+#include "runtime/handles.h"
 #include "runtime/screen.h"
 
 namespace vela {
 
 namespace {
 
-// Owns the global memory that the dialog takes and gives back.
-class Global {
-  public:
-    Global() = default;
-    ~Global() { GlobalFree(handle); }
-    Global(const Global&) = delete;
-    Global& operator=(const Global&) = delete;
-
-    HGLOBAL handle = nullptr;
+struct PrinterHandleTraits : NullIsNone<HANDLE> {
+    static void close(HANDLE printer) { ClosePrinter(printer); }
 };
+using PrinterHandle = Owner<PrinterHandleTraits>;
+
+// A lock on global memory, by the memory's handle.
+struct MemoryLockTraits : NullIsNone<HGLOBAL> {
+    static void close(HGLOBAL memory) { GlobalUnlock(memory); }
+};
+using MemoryLock = Owner<MemoryLockTraits>;
 
 template <class Use>
-void withLocked(HGLOBAL handle, Use use) {
-    if (void* memory = handle ? GlobalLock(handle) : nullptr) {
-        use(memory);
-        GlobalUnlock(handle);
+void withLocked(const GlobalMemory& owner, Use use) {
+    void* const memory = owner ? GlobalLock(owner.get()) : nullptr;
+    if (!memory) return;
+    const MemoryLock lock(owner.get());
+    use(memory);
+}
+
+void enter(const PrinterChoice& choice, DEVMODEW& settings) {
+    settings.dmFields |= DM_COPIES | DM_ORIENTATION;
+    settings.dmCopies = choice.copies;
+    settings.dmOrientation = choice.orientation;
+    if (choice.bin != 0) {
+        settings.dmFields |= DM_DEFAULTSOURCE;
+        settings.dmDefaultSource = choice.bin;
+    }
+    if (choice.size != 0) {
+        settings.dmFields |= DM_PAPERSIZE;
+        settings.dmPaperSize = choice.size;
     }
 }
 
-// A printer's settings, with the stored ones entered; null when the printer cannot be asked.
-HGLOBAL settingsOf(const PrinterChoice& choice) {
-    HANDLE printer = nullptr;
+// A printer's settings, with the stored ones entered; none when the printer cannot be asked.
+GlobalMemory settingsOf(const PrinterChoice& choice) {
+    PrinterHandle printer;
     auto* name = const_cast<wchar_t*>(choice.printer.c_str());
-    if (!OpenPrinterW(name, &printer, nullptr)) return nullptr;
-    HGLOBAL result = nullptr;
-    const LONG size = DocumentPropertiesW(nullptr, printer, name, nullptr, nullptr, 0);
-    if (size > 0) result = GlobalAlloc(GHND, static_cast<SIZE_T>(size));
+    if (!OpenPrinterW(name, printer.put(), nullptr)) return {};
+    const auto ask = [&](DEVMODEW* into, DWORD mode) {
+        return DocumentPropertiesW(nullptr, printer.get(), name, into, nullptr, mode);
+    };
+    const LONG size = ask(nullptr, 0);
+    if (size <= 0) return {};
+    GlobalMemory result(GlobalAlloc(GHND, static_cast<SIZE_T>(size)));
     bool filled = false;
     withLocked(result, [&](void* memory) {
         auto* settings = static_cast<DEVMODEW*>(memory);
-        filled =
-            DocumentPropertiesW(nullptr, printer, name, settings, nullptr, DM_OUT_BUFFER) == IDOK;
-        if (!filled) return;
-        settings->dmFields |= DM_COPIES | DM_ORIENTATION;
-        settings->dmCopies = choice.copies;
-        settings->dmOrientation = choice.orientation;
-        if (choice.bin != 0) {
-            settings->dmFields |= DM_DEFAULTSOURCE;
-            settings->dmDefaultSource = choice.bin;
-        }
-        if (choice.size != 0) {
-            settings->dmFields |= DM_PAPERSIZE;
-            settings->dmPaperSize = choice.size;
-        }
+        filled = ask(settings, DM_OUT_BUFFER) == IDOK;
+        if (filled) enter(choice, *settings);
     });
-    ClosePrinter(printer);
-    if (!filled) GlobalFree(std::exchange(result, nullptr));
-    return result;
+    return filled ? std::move(result) : GlobalMemory();
 }
 
 // The names block that makes the dialog start at a printer.
-HGLOBAL namesOf(const std::wstring& printer) {
+GlobalMemory namesOf(const std::wstring& printer) {
     const std::size_t units = sizeof(DEVNAMES) / sizeof(wchar_t) + printer.size() + 3;
-    HGLOBAL result = GlobalAlloc(GHND, units * sizeof(wchar_t));
+    GlobalMemory result(GlobalAlloc(GHND, units * sizeof(wchar_t)));
     withLocked(result, [&](void* memory) {
         auto* names = static_cast<DEVNAMES*>(memory);
         auto* texts = static_cast<wchar_t*>(memory);
@@ -84,45 +87,47 @@ bool hasDefaultPrinter() {
     return GetDefaultPrinterW(nullptr, &length) || GetLastError() == ERROR_INSUFFICIENT_BUFFER;
 }
 
+// `start` with what the dialog gave back in its place.
+PrinterChoice choiceIn(PrinterChoice start, const GlobalMemory& settings,
+                       const GlobalMemory& names) {
+    withLocked(names, [&](void* memory) {
+        start.printer =
+            static_cast<wchar_t*>(memory) + static_cast<DEVNAMES*>(memory)->wDeviceOffset;
+    });
+    withLocked(settings, [&](void* memory) {
+        const auto& chosen = *static_cast<DEVMODEW*>(memory);
+        if (chosen.dmFields & DM_COPIES) start.copies = chosen.dmCopies;
+        if (chosen.dmFields & DM_ORIENTATION) start.orientation = chosen.dmOrientation;
+        if (chosen.dmFields & DM_DEFAULTSOURCE) start.bin = chosen.dmDefaultSource;
+        if (chosen.dmFields & DM_PAPERSIZE) start.size = chosen.dmPaperSize;
+    });
+    return start;
+}
+
 }  // namespace
 
 std::optional<PrinterChoice> askForPrinter(HWND owner, const PrinterChoice& start) {
     if (!hasScreen()) return std::nullopt;
-    Global settings;
-    Global names;
+    GlobalMemory settings;
+    GlobalMemory names;
     if (!start.printer.empty()) {
-        settings.handle = settingsOf(start);
-        if (settings.handle) names.handle = namesOf(start.printer);
+        settings = settingsOf(start);
+        if (settings) names = namesOf(start.printer);
     }
-    if (!settings.handle && !hasDefaultPrinter()) return std::nullopt;
+    if (!settings && !hasDefaultPrinter()) return std::nullopt;
     PRINTDLGW dialog{};
     dialog.lStructSize = sizeof dialog;
     dialog.hwndOwner = owner;
     dialog.Flags = PD_USEDEVMODECOPIESANDCOLLATE | PD_NOPAGENUMS | PD_NOSELECTION;
     dialog.nCopies = static_cast<WORD>(start.copies);
-    dialog.hDevMode = settings.handle;
-    dialog.hDevNames = names.handle;
+    // The dialog may put others in their place.
+    dialog.hDevMode = settings.release();
+    dialog.hDevNames = names.release();
     const BOOL chosen = PrintDlgW(&dialog);
-    settings.handle = dialog.hDevMode;
-    names.handle = dialog.hDevNames;
+    settings.reset(dialog.hDevMode);
+    names.reset(dialog.hDevNames);
     if (!chosen) return std::nullopt;
-
-    PrinterChoice choice = start;
-    withLocked(names.handle, [&](void* memory) {
-        choice.printer =
-            static_cast<wchar_t*>(memory) + static_cast<DEVNAMES*>(memory)->wDeviceOffset;
-    });
-    withLocked(settings.handle, [&](void* memory) {
-        const auto* chosenSettings = static_cast<DEVMODEW*>(memory);
-        if (chosenSettings->dmFields & DM_COPIES) choice.copies = chosenSettings->dmCopies;
-        if (chosenSettings->dmFields & DM_ORIENTATION) {
-            choice.orientation = chosenSettings->dmOrientation;
-        }
-        if (chosenSettings->dmFields & DM_DEFAULTSOURCE)
-            choice.bin = chosenSettings->dmDefaultSource;
-        if (chosenSettings->dmFields & DM_PAPERSIZE) choice.size = chosenSettings->dmPaperSize;
-    });
-    return choice;
+    return choiceIn(start, settings, names);
 }
 
 }  // namespace vela

@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+#include "runtime/handles.h"
+
 namespace vela {
 
 bool hasScreen() {
@@ -11,10 +13,8 @@ bool hasScreen() {
         !(station.dwFlags & WSF_VISIBLE)) {
         return false;
     }
-    const HDC screen = GetDC(nullptr);
-    const bool isShown = GetPixel(screen, 0, 0) != CLR_INVALID;
-    ReleaseDC(nullptr, screen);
-    return isShown;
+    const ScreenContext screen(GetDC(nullptr));
+    return GetPixel(screen.get(), 0, 0) != CLR_INVALID;
 }
 
 }  // namespace vela

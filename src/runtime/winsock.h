@@ -3,9 +3,8 @@
 
 #include <winsock2.h>
 
-#include <utility>
-
 #include "automation/error.h"
+#include "runtime/handles.h"
 
 namespace vela {
 
@@ -22,26 +21,12 @@ class Winsock {
     ~Winsock() { WSACleanup(); }
 };
 
-// Owns a socket.
-class SocketHandle {
-  public:
-    explicit SocketHandle(SOCKET socket = INVALID_SOCKET) : socket_(socket) {}
-    SocketHandle(SocketHandle&& other) noexcept : socket_(other.release()) {}
-    SocketHandle& operator=(SocketHandle&& other) noexcept {
-        std::swap(socket_, other.socket_);
-        return *this;
-    }
-    ~SocketHandle() { reset(); }
-
-    explicit operator bool() const { return socket_ != INVALID_SOCKET; }
-    SOCKET get() const { return socket_; }
-    SOCKET release() { return std::exchange(socket_, INVALID_SOCKET); }
-    void reset() {
-        if (*this) closesocket(release());
-    }
-
-  private:
-    SOCKET socket_;
+struct SocketTraits {
+    using Handle = SOCKET;
+    static SOCKET none() { return INVALID_SOCKET; }
+    static bool isOpen(SOCKET socket) { return socket != INVALID_SOCKET; }
+    static void close(SOCKET socket) { closesocket(socket); }
 };
+using SocketHandle = Owner<SocketTraits>;
 
 }  // namespace vela

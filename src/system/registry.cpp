@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "runtime/handles.h"
 #include "text/ansi_bytes.h"
 #include "text/core/text_normalisation.h"
 
@@ -12,27 +13,13 @@ namespace {
 
 using Buffer = std::array<char, 512>;
 
-// A key open for one purpose.
-class OpenKey {
-  public:
-    OpenKey(HKEY root, std::wstring_view path, REGSAM access)
-        : failure_(RegOpenKeyExA(root, ansiBytes(path).c_str(), 0, access, &key_)) {}
-    ~OpenKey() {
-        if (failure_ == ERROR_SUCCESS) RegCloseKey(key_);
-    }
-    OpenKey(const OpenKey&) = delete;
-    OpenKey& operator=(const OpenKey&) = delete;
-
-    // The code of the opening, or else of what `use` does with the key.
-    template <class Use>
-    LONG then(Use use) const {
-        return failure_ == ERROR_SUCCESS ? use(key_) : failure_;
-    }
-
-  private:
-    HKEY key_ = nullptr;
-    LONG failure_;
-};
+// The code of opening a key for one purpose, or else of what `use` does with it.
+template <class Use>
+LONG withKey(HKEY root, std::wstring_view path, REGSAM access, Use use) {
+    RegistryKey key;
+    const LONG code = RegOpenKeyExA(root, ansiBytes(path).c_str(), 0, access, key.put());
+    return code == ERROR_SUCCESS ? use(key.get()) : code;
+}
 
 std::wstring textIn(const Buffer& buffer, DWORD size) {
     std::string bytes(buffer.data(), (std::min<std::size_t>)(size, buffer.size()));
@@ -49,7 +36,7 @@ HKEY rootKey(long number) {
 
 LONG readRegistryText(HKEY root, std::wstring_view key, std::wstring_view value,
                       std::wstring& content) {
-    return OpenKey(root, key, KEY_READ).then([&](HKEY open) {
+    return withKey(root, key, KEY_READ, [&](HKEY open) {
         Buffer buffer;
         DWORD size = buffer.size();
         const LONG code = RegQueryValueExA(open, ansiBytes(value).c_str(), nullptr, nullptr,
@@ -61,7 +48,7 @@ LONG readRegistryText(HKEY root, std::wstring_view key, std::wstring_view value,
 
 LONG writeRegistryText(HKEY root, std::wstring_view key, std::wstring_view value,
                        std::wstring_view content) {
-    return OpenKey(root, key, KEY_WRITE).then([&](HKEY open) {
+    return withKey(root, key, KEY_WRITE, [&](HKEY open) {
         // The system counts a NUL behind the data in, so something else must stand there.
         const std::string bytes = ansiBytes(content) + ' ';
         return RegSetValueExA(open, ansiBytes(value).c_str(), 0, REG_SZ,
@@ -71,7 +58,7 @@ LONG writeRegistryText(HKEY root, std::wstring_view key, std::wstring_view value
 }
 
 LONG registrySubkey(HKEY root, std::wstring_view key, DWORD index, std::wstring& name) {
-    return OpenKey(root, key, KEY_READ).then([&](HKEY open) {
+    return withKey(root, key, KEY_READ, [&](HKEY open) {
         Buffer buffer;
         Buffer className;
         DWORD size = buffer.size();
@@ -84,7 +71,7 @@ LONG registrySubkey(HKEY root, std::wstring_view key, DWORD index, std::wstring&
 }
 
 LONG deleteRegistryKey(HKEY root, std::wstring_view key, std::wstring_view child) {
-    return OpenKey(root, key, KEY_CREATE_SUB_KEY).then([&](HKEY open) -> LONG {
+    return withKey(root, key, KEY_CREATE_SUB_KEY, [&](HKEY open) -> LONG {
         const std::string name = ansiBytes(child);
         // The system would delete the parent.
         if (*name.c_str() == '\0') return ERROR_FILE_NOT_FOUND;
@@ -93,9 +80,8 @@ LONG deleteRegistryKey(HKEY root, std::wstring_view key, std::wstring_view child
 }
 
 LONG deleteRegistryValue(HKEY root, std::wstring_view key, std::wstring_view value) {
-    return OpenKey(root, key, KEY_SET_VALUE).then([&](HKEY open) {
-        return RegDeleteValueA(open, ansiBytes(value).c_str());
-    });
+    return withKey(root, key, KEY_SET_VALUE,
+                   [&](HKEY open) { return RegDeleteValueA(open, ansiBytes(value).c_str()); });
 }
 
 }  // namespace vela

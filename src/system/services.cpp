@@ -1,5 +1,6 @@
 #include "system/services.h"
 
+#include "runtime/handles.h"
 #include "system/machine.h"
 #include "system/network.h"
 
@@ -7,30 +8,17 @@ namespace vela {
 
 namespace {
 
-class ServiceHandle {
-  public:
-    explicit ServiceHandle(SC_HANDLE handle) : handle_(handle) {}
-    ~ServiceHandle() {
-        if (handle_) CloseServiceHandle(handle_);
-    }
-    ServiceHandle(const ServiceHandle&) = delete;
-    ServiceHandle& operator=(const ServiceHandle&) = delete;
-    SC_HANDLE get() const { return handle_; }
-
-  private:
-    SC_HANDLE handle_;
-};
-
 bool isThisComputer(const std::wstring& name) {
     return name.empty() || name == L"." || lstrcmpiW(name.c_str(), computerName().c_str()) == 0;
 }
 
-SC_HANDLE openManager(std::wstring computer) {
+ServiceHandle openManager(std::wstring computer) {
     if (computer.starts_with(L"\\\\")) computer.erase(0, 2);
-    if (isThisComputer(computer)) return OpenSCManagerW(nullptr, nullptr, SC_MANAGER_CONNECT);
+    const bool here = isThisComputer(computer);
     // The manager itself waits for minutes where nobody answers.
-    if (!isReachable(computer)) return nullptr;
-    return OpenSCManagerW(computer.c_str(), nullptr, SC_MANAGER_CONNECT);
+    if (!here && !isReachable(computer)) return {};
+    return ServiceHandle(
+        OpenSCManagerW(here ? nullptr : computer.c_str(), nullptr, SC_MANAGER_CONNECT));
 }
 
 // 0 when it cannot be told.
@@ -43,10 +31,10 @@ DWORD stateOf(SC_HANDLE service) {
 template <class Use>
 auto withService(const std::wstring& service, const std::wstring& computer, DWORD access, Use use)
     -> decltype(use(SC_HANDLE{})) {
-    const ServiceHandle manager(openManager(computer));
-    if (!manager.get()) return {};
+    const ServiceHandle manager = openManager(computer);
+    if (!manager) return {};
     const ServiceHandle open(OpenServiceW(manager.get(), service.c_str(), access));
-    return open.get() ? use(open.get()) : decltype(use(SC_HANDLE{})){};
+    return open ? use(open.get()) : decltype(use(SC_HANDLE{})){};
 }
 
 }  // namespace

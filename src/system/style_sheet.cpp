@@ -4,6 +4,7 @@
 
 #include <objbase.h>
 
+#include "files/special_folders.h"
 #include "files/whole_file.h"
 #include "xml/xml_document.h"
 
@@ -56,15 +57,14 @@ bool transformToFile(std::wstring_view xml, std::wstring_view styleSheet,
 }
 
 std::wstring temporaryHtmlName() {
-    wchar_t folder[MAX_PATH + 1];
+    const std::wstring folder = temporaryFolder();
     wchar_t name[40];
     GUID unique;
-    const DWORD length = GetTempPathW(ARRAYSIZE(folder), folder);
-    if (length == 0 || length > MAX_PATH || FAILED(CoCreateGuid(&unique)) ||
+    if (folder.empty() || FAILED(CoCreateGuid(&unique)) ||
         StringFromGUID2(unique, name, ARRAYSIZE(name)) == 0) {
         return {};
     }
-    return std::wstring(folder) + name + L".html";
+    return folder + L'\\' + name + L".html";
 }
 
 }  // namespace vela

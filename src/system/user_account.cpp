@@ -8,8 +8,10 @@
 #include <security.h>
 
 #include <cstddef>
+#include <memory>
 #include <vector>
 
+#include "runtime/handles.h"
 #include "runtime/system_function.h"
 #include "system/machine.h"
 
@@ -19,13 +21,12 @@ namespace {
 
 // The process's user, as the platform describes it; empty on failure.
 std::vector<std::byte> tokenUser() {
-    HANDLE token = nullptr;
-    if (!OpenProcessToken(GetCurrentProcess(), TOKEN_QUERY, &token)) return {};
+    KernelHandle token;
+    if (!OpenProcessToken(GetCurrentProcess(), TOKEN_QUERY, token.put())) return {};
     DWORD size = 0;
-    GetTokenInformation(token, TokenUser, nullptr, 0, &size);
+    GetTokenInformation(token.get(), TokenUser, nullptr, 0, &size);
     std::vector<std::byte> user(size);
-    const BOOL known = GetTokenInformation(token, TokenUser, user.data(), size, &size);
-    CloseHandle(token);
+    const BOOL known = GetTokenInformation(token.get(), TokenUser, user.data(), size, &size);
     return known ? user : std::vector<std::byte>();
 }
 
@@ -43,10 +44,10 @@ std::wstring localFullName(const std::wstring& login) {
     }
     BYTE* buffer = nullptr;
     if (get(nullptr, login.c_str(), 2, &buffer) != NERR_Success || !buffer) return {};
+    auto letGo = [release](BYTE* memory) { release(memory); };
+    const std::unique_ptr<BYTE, decltype(letGo)> owner(buffer, letGo);
     const wchar_t* found = reinterpret_cast<USER_INFO_2*>(buffer)->usri2_full_name;
-    const std::wstring name = found ? found : L"";
-    release(buffer);
-    return name;
+    return found ? found : L"";
 }
 
 std::wstring domainFullName() {
@@ -88,11 +89,9 @@ std::wstring accountDomain() {
 
 std::wstring accountIdentifier() {
     std::vector<std::byte> user = tokenUser();
-    wchar_t* found = nullptr;
-    if (user.empty() || !ConvertSidToStringSidW(identifierIn(user), &found)) return {};
-    const std::wstring identifier = found;
-    LocalFree(found);
-    return identifier;
+    LocalMemory<wchar_t> found;
+    if (user.empty() || !ConvertSidToStringSidW(identifierIn(user), found.put())) return {};
+    return found.get();
 }
 
 }  // namespace vela

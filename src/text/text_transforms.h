@@ -15,7 +15,8 @@ std::wstring compressedText(std::wstring_view text);
 std::wstring decompressedText(std::wstring_view block);
 
 // The text combined with the stream of the key (see key_stream.h); doing it again undoes it.
-// Without a key the text itself.
+// Without a key the text itself. The key's bytes are the low ones of its units in upper case; units
+// above 255 are not meant for keys: others may read them differently.
 std::wstring cipheredText(std::wstring_view text, std::wstring_view key);
 
 // Compressed, then ciphered, and back.

@@ -38,6 +38,7 @@ TEST(TextUtilMembers, TransformTextsByOneAnother) {
     EXPECT_EQ(made(L"Encriptar", kText), block);
     EXPECT_EQ(made(L"Desencriptar", block), kText);
     EXPECT_EQ(made(L"Encriptar", kText, L"ab"), cipheredText(block, L"AB"));
+    EXPECT_EQ(cipheredText(L"AAA", L"bç€"), L"\x03†í");
     EXPECT_EQ(made(L"DescodificarStr64", L"YW\r\nI\x0416"), L"ab");
     const std::wstring large(3'000'000, L'ç');
     EXPECT_EQ(made(L"Desencriptar", made(L"Encriptar", large, L"ção"), L"ÇÃO"), large);

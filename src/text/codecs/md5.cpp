@@ -4,63 +4,34 @@
 
 #include <bcrypt.h>
 
-#include <array>
-#include <cstdint>
-
 #include "automation/error.h"
-#include "text/ansi_bytes.h"
-#include "text/numbers/core/number_bases.h"
+#include "runtime/handles.h"
 
 namespace vela {
 
 namespace {
 
-using Digest = std::array<std::uint8_t, 16>;
+struct AlgorithmTraits : NullIsNone<BCRYPT_ALG_HANDLE> {
+    static void close(BCRYPT_ALG_HANDLE algorithm) { BCryptCloseAlgorithmProvider(algorithm, 0); }
+};
+struct HashTraits : NullIsNone<BCRYPT_HASH_HANDLE> {
+    static void close(BCRYPT_HASH_HANDLE hash) { BCryptDestroyHash(hash); }
+};
 
 void checkStatus(NTSTATUS status) { check(HRESULT_FROM_NT(status)); }
 
-// One run of the platform's algorithm.
-class Md5 {
-  public:
-    Md5() {
-        checkStatus(BCryptOpenAlgorithmProvider(&algorithm_, BCRYPT_MD5_ALGORITHM, nullptr, 0));
-        const NTSTATUS status = BCryptCreateHash(algorithm_, &hash_, nullptr, 0, nullptr, 0, 0);
-        if (status < 0) BCryptCloseAlgorithmProvider(algorithm_, 0);
-        checkStatus(status);
-    }
-    ~Md5() {
-        BCryptDestroyHash(hash_);
-        BCryptCloseAlgorithmProvider(algorithm_, 0);
-    }
-    Md5(const Md5&) = delete;
-    Md5& operator=(const Md5&) = delete;
-
-    Digest of(const void* data, std::size_t size) {
-        Digest digest;
-        auto* bytes = static_cast<UCHAR*>(const_cast<void*>(data));
-        checkStatus(BCryptHashData(hash_, bytes, static_cast<ULONG>(size), 0));
-        checkStatus(BCryptFinishHash(hash_, digest.data(), static_cast<ULONG>(digest.size()), 0));
-        return digest;
-    }
-
-  private:
-    BCRYPT_ALG_HANDLE algorithm_ = nullptr;
-    BCRYPT_HASH_HANDLE hash_ = nullptr;
-};
-
-std::wstring digestText(const void* data, std::size_t size) {
-    return hexText(Md5().of(data, size), L"0123456789abcdef");
-}
-
 }  // namespace
 
-std::wstring md5OfAnsi(std::wstring_view text) {
-    const std::string bytes = ansiBytes(text);
-    return digestText(bytes.data(), bytes.size());
-}
-
-std::wstring md5OfUtf16(std::wstring_view text) {
-    return digestText(text.data(), text.size() * sizeof(wchar_t));
+std::array<std::uint8_t, 16> md5(std::span<const std::byte> bytes) {
+    Owner<AlgorithmTraits> algorithm;  // outlives its hash
+    Owner<HashTraits> hash;
+    checkStatus(BCryptOpenAlgorithmProvider(algorithm.put(), BCRYPT_MD5_ALGORITHM, nullptr, 0));
+    checkStatus(BCryptCreateHash(algorithm.get(), hash.put(), nullptr, 0, nullptr, 0, 0));
+    auto* content = reinterpret_cast<UCHAR*>(const_cast<std::byte*>(bytes.data()));
+    checkStatus(BCryptHashData(hash.get(), content, static_cast<ULONG>(bytes.size()), 0));
+    std::array<std::uint8_t, 16> digest;
+    checkStatus(BCryptFinishHash(hash.get(), digest.data(), static_cast<ULONG>(digest.size()), 0));
+    return digest;
 }
 
 }  // namespace vela

@@ -1,15 +1,14 @@
 // MD5 digests (RFC 1321), from the platform's cryptography.
 #pragma once
 
-#include <string>
-#include <string_view>
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <span>
 
 namespace vela {
 
-// The digest of the text's bytes as 32 hexadecimal digits, letters in lower case: of its bytes in
-// the system code page, where characters that it has not are its default character; or of its
-// UTF-16 code units, low byte first.
-std::wstring md5OfAnsi(std::wstring_view text);
-std::wstring md5OfUtf16(std::wstring_view text);
+// Of fewer than 4 GB. Throws Error where the platform has no MD5 to give.
+std::array<std::uint8_t, 16> md5(std::span<const std::byte> bytes);
 
 }  // namespace vela

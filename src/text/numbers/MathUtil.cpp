@@ -1,5 +1,6 @@
 #include "text/numbers/MathUtil.h"
 
+#include "text/ansi_bytes.h"
 #include "text/codecs/md5.h"
 #include "text/numbers/core/bits.h"
 #include "text/numbers/core/extenso.h"
@@ -21,6 +22,12 @@ HRESULT exchange(Number* first, Number* second) {
     if (!first || !second) return E_POINTER;
     std::swap(*first, *second);
     return S_OK;
+}
+
+// The digest of the units' bytes, low byte first, as 32 digits with letters in lower case.
+template <class Units>
+std::wstring md5Text(const Units& units) {
+    return hexText(md5(std::as_bytes(std::span(units))), L"0123456789abcdef");
 }
 
 }  // namespace
@@ -75,7 +82,7 @@ HRESULT MathUtil::Min(VARIANT first, VARIANT second, VARIANT* result) {
 }
 
 HRESULT MathUtil::CriarMD5(BSTR value, BSTR* result) {
-    return answerQuietly(result, [&] { return md5OfAnsi(text(value)); });
+    return answerQuietly(result, [&] { return md5Text(ansiBytes(text(value))); });
 }
 
 HRESULT MathUtil::ParteDecimal(DOUBLE value, SHORT decimals, LONG* result) {
@@ -103,7 +110,7 @@ HRESULT MathUtil::QueConteudoSql(BSTR value, BSTR* result) {
 }
 
 HRESULT MathUtil::CriarMD5b(BSTR value, BSTR* result) {
-    return answerQuietly(result, [&] { return md5OfUtf16(text(value)); });
+    return answerQuietly(result, [&] { return md5Text(text(value)); });
 }
 
 HRESULT MathUtil::BinaryToHex(VARIANT* value, BSTR* result) {

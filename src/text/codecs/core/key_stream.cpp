@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <cstddef>
 
-#include "text/core/upper_case.h"
-
 namespace vela {
 
 namespace {
@@ -14,9 +12,9 @@ constexpr unsigned kStep = 17;
 constexpr std::size_t kPasses = 256;
 
 // Whole passes over the key: the stream up to where it repeats, or enough of it for `needed` bytes.
-std::string keyStream(std::wstring_view key, std::size_t needed) {
-    std::string stream(key.size() * std::min(kPasses, needed / key.size() + 1), '\0');
-    for (std::size_t i = 0; i < key.size(); ++i) stream[i] = static_cast<char>(upperCase(key[i]));
+std::string keyStream(std::string_view key, std::size_t needed) {
+    std::string stream(key);
+    stream.resize(key.size() * std::min(kPasses, needed / key.size() + 1));
     for (std::size_t i = key.size(); i < stream.size(); ++i) {
         const auto last = static_cast<unsigned char>(stream[i - key.size()]);
         stream[i] = static_cast<char>(last + kStep);
@@ -26,7 +24,7 @@ std::string keyStream(std::wstring_view key, std::size_t needed) {
 
 }  // namespace
 
-std::string ciphered(std::string bytes, std::wstring_view key) {
+std::string ciphered(std::string bytes, std::string_view key) {
     if (key.empty()) return {};
     const std::string stream = keyStream(key, bytes.size());
     for (std::size_t from = 0; from < bytes.size(); from += stream.size()) {

@@ -1,4 +1,4 @@
-#include "text/codecs/core/deflate_file.h"
+#include "files/core/deflate_file.h"
 
 #include "text/core/upper_case.h"
 

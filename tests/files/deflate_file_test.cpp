@@ -1,11 +1,11 @@
-#include "text/codecs/core/deflate_file.h"
+#include "files/core/deflate_file.h"
 
 #include <gtest/gtest.h>
 
 namespace vela {
 namespace {
 
-TEST(TextDeflateFile, ReportsTheFirstFault) {
+TEST(FilesDeflateFile, ReportsTheFirstFault) {
     // "?" cannot be read.
     const auto load = [](const std::wstring& name, std::string& content) {
         if (name == L"?") return FileOutcome::Failed;

@@ -6,21 +6,14 @@
 
 #include "automation/counted.h"
 #include "automation/error.h"
+#include "automation/late_properties.h"
+#include "automation/type_info.h"
 
 namespace vela {
 
 namespace {
 
 using Descriptions = std::vector<ComPtr<ITypeInfo>>;
-
-template <class Attribute>
-Attribute attribute(ITypeInfo* info, Attribute TYPEATTR::*which) {
-    TYPEATTR* attributes = nullptr;
-    check(info->GetTypeAttr(&attributes));
-    const Attribute found = attributes->*which;
-    info->ReleaseTypeAttr(attributes);
-    return found;
-}
 
 // What describes an object: its class where the object tells, else its default interface.
 ComPtr<ITypeInfo> descriptionOf(IUnknown* object) {
@@ -37,18 +30,15 @@ ComPtr<ITypeInfo> descriptionOf(IUnknown* object) {
 // The default source interface of a class; null when it has none or is no class.
 ComPtr<ITypeInfo> defaultSource(ITypeInfo* description) {
     constexpr int kDefaultSource = IMPLTYPEFLAG_FDEFAULT | IMPLTYPEFLAG_FSOURCE;
-    ComPtr<ITypeInfo> source;
-    const UINT count = attribute(description, &TYPEATTR::cImplTypes);
-    for (UINT i = 0; i < count && !source; ++i) {
+    const auto attributes = attributesOf(description);
+    const UINT count = attributes ? attributes->cImplTypes : 0;
+    for (UINT i = 0; i < count; ++i) {
         int flags = 0;
-        HREFTYPE reference = 0;
-        if (SUCCEEDED(description->GetImplTypeFlags(i, &flags)) &&
-            (flags & kDefaultSource) == kDefaultSource &&
-            SUCCEEDED(description->GetRefTypeOfImplType(i, &reference))) {
-            description->GetRefTypeInfo(reference, &source);
-        }
+        const bool isSource = SUCCEEDED(description->GetImplTypeFlags(i, &flags)) &&
+                              (flags & kDefaultSource) == kDefaultSource;
+        if (auto source = isSource ? related(description, i) : nullptr) return source;
     }
-    return source;
+    return nullptr;
 }
 
 std::vector<IID> connectionIds(IConnectionPointContainer* container) {
@@ -73,7 +63,7 @@ Descriptions outgoingInterfaces(IUnknown* object, IConnectionPointContainer* con
     description->GetContainingTypeLib(&library, &index);
     // The sink can be called by numbers alone, not through virtual functions.
     const auto add = [&](const ComPtr<ITypeInfo>& info) {
-        if (attribute(info.Get(), &TYPEATTR::typekind) == TKIND_DISPATCH) found.push_back(info);
+        if (isKind(info.Get(), TKIND_DISPATCH)) found.push_back(info);
     };
     const auto addById = [&](const IID& id) {
         ComPtr<ITypeInfo> info;
@@ -155,7 +145,7 @@ EventListener::EventListener(IUnknown* source, std::span<const wchar_t* const> n
         std::vector<DISPID> numbers = numbersOf(events.Get(), names);
         const auto end = numbers.begin() + static_cast<std::ptrdiff_t>(required);
         if (std::find(numbers.begin(), end, DISPID_UNKNOWN) != end) continue;
-        const IID id = attribute(events.Get(), &TYPEATTR::guid);
+        const IID id = identityOf(events.Get()).id;
         sink_->expect(id, std::move(numbers));
         if (SUCCEEDED(points->FindConnectionPoint(id, point_.ReleaseAndGetAddressOf())) &&
             SUCCEEDED(point_->Advise(sink_.Get(), &cookie_))) {

@@ -1,51 +1,15 @@
 #include "automation/late_properties.h"
 
-#include <memory>
+#include "automation/type_info.h"
 
 namespace vela {
 
 namespace {
 
-// What a description lends out, given back at the end of the scope. Null when it has none.
-struct GiveBack {
-    ITypeInfo* info;
-
-    void operator()(TYPEATTR* lent) const { info->ReleaseTypeAttr(lent); }
-    void operator()(FUNCDESC* lent) const { info->ReleaseFuncDesc(lent); }
-    void operator()(VARDESC* lent) const { info->ReleaseVarDesc(lent); }
-};
-template <class Description>
-using Lent = std::unique_ptr<Description, GiveBack>;
-
-Lent<TYPEATTR> attributesOf(ITypeInfo* info) {
-    TYPEATTR* lent = nullptr;
-    return {SUCCEEDED(info->GetTypeAttr(&lent)) ? lent : nullptr, {info}};
-}
-
-Lent<FUNCDESC> functionOf(ITypeInfo* info, UINT index) {
-    FUNCDESC* lent = nullptr;
-    return {SUCCEEDED(info->GetFuncDesc(index, &lent)) ? lent : nullptr, {info}};
-}
-
-Lent<VARDESC> variableOf(ITypeInfo* info, UINT index) {
-    VARDESC* lent = nullptr;
-    return {SUCCEEDED(info->GetVarDesc(index, &lent)) ? lent : nullptr, {info}};
-}
-
 std::wstring nameOf(ITypeInfo* info, MEMBERID id) {
     Bstr name;
     info->GetDocumentation(id, name.put(), nullptr, nullptr, nullptr);
     return name.str();
-}
-
-// The interface that one derives from; of a dual one -1 is its side of virtual functions. Null when
-// there is none.
-ComPtr<ITypeInfo> related(ITypeInfo* info, UINT index) {
-    HREFTYPE reference = 0;
-    ComPtr<ITypeInfo> found;
-    if (FAILED(info->GetRefTypeOfImplType(index, &reference))) return nullptr;
-    if (FAILED(info->GetRefTypeInfo(reference, &found))) return nullptr;
-    return found;
 }
 
 // Calls `visit(info, function)` and `visit(info, variable)` for each member, those of the bases

@@ -2,6 +2,7 @@
 
 #include <functional>
 
+#include "automation/type_info.h"
 #include "frame/class_table.h"
 #include "runtime/handles.h"
 #include "runtime/type_library.h"
@@ -59,7 +60,7 @@ struct LibraryAttributes {
     LCID locale;
 };
 
-LibraryAttributes attributesOf(ITypeLib* library) {
+LibraryAttributes describe(ITypeLib* library) {
     TLIBATTR* found = nullptr;
     check(library->GetLibAttr(&found));
     const LibraryAttributes attributes{found->guid, found->wMajorVerNum, found->wMinorVerNum,
@@ -80,14 +81,12 @@ void eachCreatableClass(ITypeLib* library,
     const std::wstring libraryName = nameOf(library, -1);
     for (UINT i = 0; i < library->GetTypeInfoCount(); ++i) {
         ComPtr<ITypeInfo> info;
-        TYPEATTR* attributes = nullptr;
         check(library->GetTypeInfo(i, &info));
-        check(info->GetTypeAttr(&attributes));
-        const GUID id = attributes->guid;
-        const bool creatable =
-            attributes->typekind == TKIND_COCLASS && (attributes->wTypeFlags & TYPEFLAG_FCANCREATE);
-        info->ReleaseTypeAttr(attributes);
-        if (creatable) visit(id, libraryName + L"." + nameOf(library, static_cast<INT>(i)));
+        const auto attributes = attributesOf(info.Get());
+        const bool creatable = attributes && attributes->typekind == TKIND_COCLASS &&
+                               (attributes->wTypeFlags & TYPEFLAG_FCANCREATE);
+        if (creatable)
+            visit(attributes->guid, libraryName + L"." + nameOf(library, static_cast<INT>(i)));
     }
 }
 
@@ -111,7 +110,7 @@ void registerClass(const GUID& id, const std::wstring& progId, const LibraryAttr
 HRESULT registerLibrary(RegistrationScope scope) {
     const HRESULT outcome = guard([&] {
         const ComPtr<ITypeLib> library = loadTypeLibrary();
-        const LibraryAttributes attributes = attributesOf(library.Get());
+        const LibraryAttributes attributes = describe(library.Get());
         std::wstring path = modulePath();
         const ClassesRoot root(scope);
         check(RegisterTypeLib(library.Get(), path.data(), nullptr));
@@ -126,7 +125,7 @@ HRESULT registerLibrary(RegistrationScope scope) {
 HRESULT unregisterLibrary(RegistrationScope scope) {
     return guard([&] {
         const ComPtr<ITypeLib> library = loadTypeLibrary();
-        const LibraryAttributes attributes = attributesOf(library.Get());
+        const LibraryAttributes attributes = describe(library.Get());
         const ClassesRoot root(scope);
         eachCreatableClass(library.Get(), [&](const GUID& id, const std::wstring& progId) {
             removeTree(L"CLSID\\" + braced(id));

@@ -2,13 +2,13 @@
 
 #include "preferences/core/window_placement.h"
 #include "preferences/preference_item.h"
+#include "runtime/screen.h"
 
 namespace vela {
 
 namespace {
 
 constexpr long kNormal = 0;
-constexpr long kTwipsPerInch = 1440;
 
 std::wstring screenResolution() {
     return std::to_wstring(GetSystemMetrics(SM_CXSCREEN)) + L"x" +
@@ -18,29 +18,21 @@ std::wstring screenResolution() {
 // Between pixels and twips.
 class Scale {
   public:
-    Scale() {
-        const HDC screen = GetDC(nullptr);
-        const int x = GetDeviceCaps(screen, LOGPIXELSX);
-        const int y = GetDeviceCaps(screen, LOGPIXELSY);
-        ReleaseDC(nullptr, screen);
-        if (x > 0) dotsX_ = x;
-        if (y > 0) dotsY_ = y;
-    }
     RECT toPixels(const WindowRect& twips) const {
-        return {MulDiv(twips.left, dotsX_, kTwipsPerInch), MulDiv(twips.top, dotsY_, kTwipsPerInch),
-                MulDiv(twips.left + twips.width, dotsX_, kTwipsPerInch),
-                MulDiv(twips.top + twips.height, dotsY_, kTwipsPerInch)};
+        return {MulDiv(twips.left, dots_.x, kTwipsPerInch),
+                MulDiv(twips.top, dots_.y, kTwipsPerInch),
+                MulDiv(twips.left + twips.width, dots_.x, kTwipsPerInch),
+                MulDiv(twips.top + twips.height, dots_.y, kTwipsPerInch)};
     }
     WindowRect toTwips(const RECT& pixels) const {
-        return {MulDiv(pixels.left, kTwipsPerInch, dotsX_),
-                MulDiv(pixels.top, kTwipsPerInch, dotsY_),
-                MulDiv(pixels.right - pixels.left, kTwipsPerInch, dotsX_),
-                MulDiv(pixels.bottom - pixels.top, kTwipsPerInch, dotsY_)};
+        return {MulDiv(pixels.left, kTwipsPerInch, dots_.x),
+                MulDiv(pixels.top, kTwipsPerInch, dots_.y),
+                MulDiv(pixels.right - pixels.left, kTwipsPerInch, dots_.x),
+                MulDiv(pixels.bottom - pixels.top, kTwipsPerInch, dots_.y)};
     }
 
   private:
-    int dotsX_ = 96;
-    int dotsY_ = 96;
+    const DotsPerInch dots_ = screenDotsPerInch();
 };
 
 WindowRect placeForToday(const WindowRect& stored, const std::wstring& resolution) {

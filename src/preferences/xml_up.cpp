@@ -14,8 +14,8 @@
 #include "preferences/document_bytes.h"
 #include "preferences/stored_item.h"
 #include "runtime/apartment.h"
-#include "serialization/core/property_text.h"
 #include "text/core/upper_case.h"
+#include "text/dates/core/calendar.h"
 
 namespace vela {
 
@@ -136,7 +136,7 @@ Variant fieldText(Variant value) {
     if (value.vt != VT_DATE) return converted(value, VT_BSTR);
     SYSTEMTIME time;
     if (value.date <= 0 || !VariantTimeToSystemTime(value.date, &time)) return Variant(L"");
-    return Variant(dayMonthYear(time.wDay, time.wMonth, time.wYear));
+    return Variant(dateText(std::chrono::year{time.wYear} / time.wMonth / time.wDay));
 }
 
 struct StoredField {

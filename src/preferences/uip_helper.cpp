@@ -1,7 +1,6 @@
 #include "preferences/uip_helper.h"
 
 #include "preferences/core/window_placement.h"
-#include "preferences/preference_item.h"
 #include "runtime/screen.h"
 
 namespace vela {
@@ -85,7 +84,7 @@ void setRect(_UIItem* item, const WindowRect& rect) {
 
 bool UIPHelper::loadPosition(IDispatch* window, std::wstring_view id,
                              std::wstring_view group) const {
-    const auto item = items_.getItem(identityOf(window, id), group);
+    const auto item = section_.getItem(identityOf(window, id), group);
     if (!item) return false;
     long state = kNormal;
     check(item->get_WindowState(&state));
@@ -107,11 +106,11 @@ void UIPHelper::savePosition(IDispatch* window, std::wstring_view id,
     // Everything is read before anything is changed: the window may refuse.
     const long state = number(window, L"WindowState");
     const WindowRect rect = rectOf(window);
-    const bool isNew = !items_.getItem(identity, group);
-    const auto item = itemFor(items_, identity, group);
+    const bool isNew = !section_.getItem(identity, group);
+    const auto item = section_.itemFor(identity, group);
     if (state == kNormal || isNew) setRect(item.Get(), rect);
     check(item->put_WindowState(state));
-    items_.addItem(item);
+    section_.addItem(item);
 }
 
 }  // namespace vela

@@ -1,22 +1,19 @@
 #include "preferences/RPManager.h"
 
-#include "automation/enumerator.h"
 #include "collections/Collection.h"
 
 namespace vela {
 
-const SectionManager<RPItem>& RPManager::items() const {
-    if (!items_) raise(RuntimeError::InvalidProcedureCall);
-    return *items_;
+const SectionManager<RPItem>& RPManager::section() const {
+    if (!section_) raise(RuntimeError::InvalidProcedureCall);
+    return *section_;
 }
 
 HRESULT RPManager::get_Items(_Collection** result) {
     return answer(result, [&] {
         auto collection = make<Collection>();
-        if (!items_) return collection;
-        ComPtr<IUnknown> enumerator;
-        checkRecorded(items().items()->get_NewEnum(&enumerator));
-        eachVariant(enumerator.Get(), [&](const Variant& item) {
+        if (!section_) return collection;
+        eachItem(section().items().Get(), [&](const Variant& item) {
             const std::wstring key =
                 textProperty(itemIn(objectIn(item)).Get(), &_IUPItem::get_SearchKey);
             collection->entries().add(item, std::wstring_view(key));
@@ -32,8 +29,8 @@ HRESULT RPManager::Load(_UPManager** manager, VARIANT* dataSource, VARIANT_BOOL*
         if (!ours) return false;
         const bool given = dataSource && !isMissing(*dataSource) && dataSource->vt != VT_EMPTY;
         const std::wstring source = given ? textOf(*dataSource) : ours->dataSources()->sharedName();
-        registerSection(*ours.Get(), kRPSection, source, true);
-        items_.emplace(ours, kRPSection);
+        registerSection(*ours.Get(), kRPSection, source, Existing::Kept);
+        section_.emplace(ours, kRPSection);
         ours->load();
         return true;
     });
@@ -41,19 +38,19 @@ HRESULT RPManager::Load(_UPManager** manager, VARIANT* dataSource, VARIANT_BOOL*
 
 HRESULT RPManager::GetItem(BSTR id, BSTR group, _RPItem** result) {
     return answer(result,
-                  [&] { return items_ ? items().getItem(text(id), text(group)) : nullptr; });
+                  [&] { return section_ ? section().getItem(text(id), text(group)) : nullptr; });
 }
 
 HRESULT RPManager::AddItem(_RPItem* item) {
     return guard([&] {
         const auto ours = own<RPItem>(item);
         if (!ours) raise(RuntimeError::TypeMismatch);
-        items().addItem(ours);
+        section().addItem(ours);
     });
 }
 
 HRESULT RPManager::Clear() {
-    return guard([&] { items().clear(); });
+    return guard([&] { section().clear(); });
 }
 
 HRESULT ClassOf<_RPManager>::create(REFIID id, void** result) {

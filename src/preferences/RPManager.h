@@ -3,6 +3,7 @@
 
 #include <optional>
 
+#include "preferences/RPItem.h"
 #include "preferences/section_manager.h"
 
 namespace vela {
@@ -17,10 +18,10 @@ class RPManager final : public Object<RPManager, _RPManager> {
     HRESULT STDMETHODCALLTYPE Clear() override;
 
   private:
-    // The registered section's items; throws Error 5 before Load.
-    const SectionManager<RPItem>& items() const;
+    // The registered section; throws Error 5 before Load.
+    const SectionManager<RPItem>& section() const;
 
-    std::optional<SectionManager<RPItem>> items_;
+    std::optional<SectionManager<RPItem>> section_;
 };
 
 }  // namespace vela

@@ -1,19 +1,15 @@
 #include "preferences/Section.h"
 
-#include "preferences/DPItem.h"
-#include "preferences/KVItem.h"
-#include "preferences/PPItem.h"
-#include "preferences/RPItem.h"
-#include "preferences/UIItem.h"
+#include "automation/enumerator.h"
 
 namespace vela {
 
 namespace {
 
-template <class Item>
+template <class Default>
 ComPtr<IDispatch> createItem() {
     ComPtr<IDispatch> item;
-    check(make<Item>()->QueryInterface(IID_PPV_ARGS(&item)));
+    check(ClassOf<Default>::create(IID_PPV_ARGS(&item)));
     return item;
 }
 
@@ -21,14 +17,27 @@ ComPtr<IDispatch> createItem() {
 
 const SectionKind kPPSection{L"PP", L"Printer Preferences",
                              L"[printername][paperbin][papersize][orientation][copies]",
-                             createItem<PPItem>};
+                             createItem<_PPItem>};
 const SectionKind kUISection{L"UI", L"User Interface",
                              L"[screenwxh][width][height][left][top][windowstate][tag]",
-                             createItem<UIItem>};
-const SectionKind kDPSection{L"DP", L"Default Path", L"[path][file][ext]", createItem<DPItem>};
-const SectionKind kKVSection{L"KV", L"Key Value", L"[key][value]", createItem<KVItem>};
+                             createItem<_UIItem>};
+const SectionKind kDPSection{L"DP", L"Default Path", L"[path][file][ext]", createItem<_DPItem>};
+const SectionKind kKVSection{L"KV", L"Key Value", L"[key][value]", createItem<_KVItem>};
 const SectionKind kRPSection{L"RP", L"Report Parameters", L"[view][field][mode][value]",
-                             createItem<RPItem>};
+                             createItem<_RPItem>};
+
+ComPtr<_UPItems> itemsOf(_IUPSection* section) {
+    ComPtr<_UPItems> items;
+    checkRecorded(section->get_Items(&items));
+    if (!items) raise(RuntimeError::InvalidProcedureCall);
+    return items;
+}
+
+void eachItem(_UPItems* items, const std::function<bool(const Variant&)>& visit) {
+    ComPtr<IUnknown> enumerator;
+    checkRecorded(items->get_NewEnum(&enumerator));
+    eachVariant(enumerator.Get(), visit);
+}
 
 ComPtr<_IUPSection> makeSection(const SectionKind& kind) {
     if (&kind == &kRPSection) return make<RPSection>();

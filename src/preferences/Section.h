@@ -1,6 +1,7 @@
 // The five section classes: alike but for a few constants.
 #pragma once
 
+#include <functional>
 #include <memory>
 
 #include "contract.h"
@@ -26,7 +27,7 @@ class SectionMembers : public Object<Derived, Interfaces...> {
   public:
     explicit SectionMembers(const SectionKind& kind) : kind_(kind) {
         // The items may outlive the section, so they share the flag rather than the section.
-        items_->setParentSection([saved = saved_] { *saved = false; });
+        items_->whenChanged([saved = saved_] { *saved = false; });
     }
 
     HRESULT STDMETHODCALLTYPE get_Id(BSTR* result) override { return give(result, kind_.id); }
@@ -82,10 +83,15 @@ class RPSection final : public SectionMembers<RPSection, _RPSection, _IUPSection
     RPSection() : SectionMembers(kRPSection) {}
 };
 
-// The Id of any section, read through the interface.
+// The Id and the items of any section, read through the interface. Throw Error; a section without a
+// collection of items is Error 5.
 inline std::wstring idOf(_IUPSection* section) {
     return textProperty(section, &_IUPSection::get_Id);
 }
+ComPtr<_UPItems> itemsOf(_IUPSection* section);
+
+// Calls `visit(item)` for each item until it returns false. Throws Error when they do not tell.
+void eachItem(_UPItems* items, const std::function<bool(const Variant&)>& visit);
 
 // A new section of a kind.
 ComPtr<_IUPSection> makeSection(const SectionKind& kind);

@@ -17,8 +17,6 @@ class UPDataSourceXML final : public Object<UPDataSourceXML, _IUPDataSource> {
     HRESULT STDMETHODCALLTYPE Save(BSTR applicationId, BSTR userId, _IUPSection** section,
                                    VARIANT_BOOL* result) override;
 
-    const std::wstring& fileName() const { return fileName_; }
-
   private:
     std::wstring fileName_;
 };

@@ -17,11 +17,12 @@ class UPItems final : public Object<UPItems, _UPItems> {
     HRESULT STDMETHODCALLTYPE Remove(BSTR id, BSTR group) override;
     HRESULT STDMETHODCALLTYPE Clear() override;
 
+    // What is called after every addition and removal: the owning section is then not saved.
+    // Nothing for a collection without an owner.
+    void whenChanged(std::function<void()> changed) { changed_ = std::move(changed); }
+
+  private:
     using Entries = KeyedCollection<ComPtr<IDispatch>>;
-    Entries& entries() { return entries_; }
-    // Called after every addition and removal, to mark the owning section as not saved. A
-    // collection without an owner calls nothing.
-    void setParentSection(std::function<void()> markUnsaved) { changed_ = std::move(markUnsaved); }
 
     // The item under identity and group, compared trimmed and without case; null when there is
     // none.
@@ -29,11 +30,9 @@ class UPItems final : public Object<UPItems, _UPItems> {
     // Adds an item under its own identity and group, in the place of one that has the same. Throws
     // Error 457 when the key is taken all the same, 13 when `object` is no item.
     void add(const ComPtr<IDispatch>& object);
-
-  private:
     void changed() const {
         // What it calls may give the items another owner.
-        if (const auto mark = changed_) mark();
+        if (const auto call = changed_) call();
     }
 
     Entries entries_;

@@ -4,8 +4,8 @@
 #include "files/core/path_parts.h"
 #include "files/delete_file.h"
 #include "preferences/UPSections.h"
+#include "preferences/document_cache.h"
 #include "preferences/document_names.h"
-#include "preferences/xml_up.h"
 #include "text/core/upper_case.h"
 
 namespace vela {
@@ -18,7 +18,7 @@ std::wstring identity(std::wstring_view value) {
     return value.empty() ? kNobody : upperCase(value);
 }
 
-bool read(_IUPSection* section, HRESULT (STDMETHODCALLTYPE _IUPSection::*get)(VARIANT_BOOL*)) {
+bool flagOf(_IUPSection* section, HRESULT (STDMETHODCALLTYPE _IUPSection::*get)(VARIANT_BOOL*)) {
     VARIANT_BOOL value = VARIANT_FALSE;
     checkRecorded((section->*get)(&value));
     return isTrue(value);
@@ -27,12 +27,30 @@ bool read(_IUPSection* section, HRESULT (STDMETHODCALLTYPE _IUPSection::*get)(VA
 using Transfer = HRESULT (STDMETHODCALLTYPE _IUPDataSource::*)(BSTR, BSTR, _IUPSection**,
                                                                VARIANT_BOOL*);
 
+// Hands the section to its store; false when it has none. The store's own verdict is ignored.
+bool transfer(Transfer member, const UPManager& manager, _IUPSection* section) {
+    ComPtr<_IUPDataSource> source;
+    checkRecorded(section->get_DataSourceManager(&source));
+    if (!source) return false;
+    const Bstr application(manager.applicationId());
+    const Bstr user(manager.userId());
+    ComPtr<_IUPSection> argument = section;
+    VARIANT_BOOL ignored = VARIANT_FALSE;
+    checkRecorded(
+        (source.Get()->*member)(application.get(), user.get(), argument.GetAddressOf(), &ignored));
+    return true;
+}
+
 }  // namespace
 
 UPManager::UPManager() : sections_(make<UPSections>()), userId_(kNobody), applicationId_(kNobody) {}
 
 void UPManager::setUserId(std::wstring_view value) { userId_ = identity(value); }
 void UPManager::setApplicationId(std::wstring_view value) { applicationId_ = identity(value); }
+
+bool UPManager::isFor(std::wstring_view applicationId, std::wstring_view userId) const {
+    return identity(applicationId) == applicationId_ && identity(userId) == userId_;
+}
 
 ComPtr<_IUPSection> UPManager::section(std::wstring_view id) {
     ComPtr<_IUPSection> found;
@@ -55,28 +73,10 @@ void UPManager::eachSection(const std::function<void(_IUPSection*)>& visit) {
     });
 }
 
-namespace {
-
-// Hands the section to its store; false when it has none. The store's own verdict is ignored.
-bool transfer(Transfer member, const UPManager& manager, _IUPSection* section) {
-    ComPtr<_IUPDataSource> source;
-    checkRecorded(section->get_DataSourceManager(&source));
-    if (!source) return false;
-    const Bstr application(manager.applicationId());
-    const Bstr user(manager.userId());
-    ComPtr<_IUPSection> argument = section;
-    VARIANT_BOOL ignored = VARIANT_FALSE;
-    checkRecorded(
-        (source.Get()->*member)(application.get(), user.get(), argument.GetAddressOf(), &ignored));
-    return true;
-}
-
-}  // namespace
-
 void UPManager::load() {
     loaded_ = true;
     eachSection([this](_IUPSection* section) {
-        if (read(section, &_IUPSection::get_Loaded)) return;
+        if (flagOf(section, &_IUPSection::get_Loaded)) return;
         if (transfer(&_IUPDataSource::Load, *this, section)) {
             checkRecorded(section->put_Loaded(VARIANT_TRUE));
         }
@@ -84,9 +84,9 @@ void UPManager::load() {
 }
 
 void UPManager::save() {
-    XMLup::emptyCache();
+    forgetDocuments();
     eachSection([this](_IUPSection* section) {
-        if (read(section, &_IUPSection::get_Saved)) return;
+        if (flagOf(section, &_IUPSection::get_Saved)) return;
         if (transfer(&_IUPDataSource::Save, *this, section)) {
             checkRecorded(section->put_Saved(VARIANT_TRUE));
         }
@@ -146,7 +146,7 @@ HRESULT UPManager::Load(VARIANT_BOOL* result) {
 HRESULT UPManager::Delete(BSTR userId, VARIANT_BOOL* result) {
     return answer(result, [&] {
         // What was read of the documents goes with them.
-        XMLup::emptyCache();
+        forgetDocuments();
         const std::wstring local = dataSources_->localName();
         const std::wstring shared = dataSources_->sharedName();
         const std::wstring user(text(userId));

@@ -33,6 +33,8 @@ class UPManager final : public Object<UPManager, _UPManager> {
     // Empty becomes the identity of nobody in particular, anything else is upper-cased.
     void setUserId(std::wstring_view value);
     void setApplicationId(std::wstring_view value);
+    // Whether setting these would change nothing.
+    bool isFor(std::wstring_view applicationId, std::wstring_view userId) const;
 
     // The registered section of an Id; null when there is none.
     ComPtr<_IUPSection> section(std::wstring_view id);

@@ -20,11 +20,11 @@ ComPtr<UPItems> foreignItems(_IUPSection* section) {
 // Lets the section's items mark it as not saved. Until disown() they hold it.
 void adopt(const ComPtr<_IUPSection>& section) {
     if (const auto items = foreignItems(section.Get())) {
-        items->setParentSection([section] { section->put_Saved(VARIANT_FALSE); });
+        items->whenChanged([section] { section->put_Saved(VARIANT_FALSE); });
     }
 }
 void disown(const ComPtr<_IUPSection>& section) {
-    if (const auto items = foreignItems(section.Get())) items->setParentSection(nullptr);
+    if (const auto items = foreignItems(section.Get())) items->whenChanged(nullptr);
 }
 
 }  // namespace

@@ -2,12 +2,6 @@
 
 namespace vela {
 
-namespace {
-
-std::wstring textAt(const BSTR* value) { return value ? std::wstring(text(*value)) : L""; }
-
-}  // namespace
-
 HRESULT UPValueUtil::LoadDefaultPath(BSTR reference, BSTR group, BSTR* path, BSTR* file, BSTR* ext,
                                      VARIANT_BOOL* result) {
     return answer(result, [&] {
@@ -18,8 +12,9 @@ HRESULT UPValueUtil::LoadDefaultPath(BSTR reference, BSTR group, BSTR* path, BST
 HRESULT UPValueUtil::SaveDefaultPath(BSTR reference, BSTR group, BSTR* path, BSTR* file,
                                      BSTR* ext) {
     return guard([&] {
+        const auto copy = [](const BSTR* value) { return std::wstring(optionalText(value)); };
         context_->saveDefaultPath(text(reference), text(group),
-                                  {textAt(path), textAt(file), textAt(ext)});
+                                  {copy(path), copy(file), copy(ext)});
     });
 }
 

@@ -4,6 +4,7 @@
 
 #include "automation/error.h"
 #include "preferences/core/windows1252.h"
+#include "preferences/preference_document.h"
 
 namespace vela {
 
@@ -25,9 +26,10 @@ std::string bytesOf(const XmlDocument& document) {
         "<?xml version=\"1.0\" encoding=\"windows-1252\"?>\r\n" + toWindows1252(text, complete);
     // References are right in values, and wrong in names, comments and the like.
     if (!complete) {
-        XmlDocument written = XmlDocument::make();
-        if (!written.parse(std::as_bytes(std::span(content))) || bodyOf(written) != text) {
-            check(E_FAIL);
+        const auto written = parsed(std::as_bytes(std::span(content)));
+        if (!written || bodyOf(*written) != text) {
+            throw Error{E_FAIL, kLibraryName,
+                        L"A name or comment holds characters that windows-1252 lacks"};
         }
     }
     return content;

@@ -1,12 +1,10 @@
 #include "preferences/dp_helper.h"
 
-#include "preferences/preference_item.h"
-
 namespace vela {
 
 std::optional<DefaultPath> DPHelper::path(std::wstring_view reference,
                                           std::wstring_view group) const {
-    const auto item = items_.getItem(reference, group);
+    const auto item = section_.getItem(reference, group);
     if (!item) return std::nullopt;
     _DPItem* fields = item.Get();
     return DefaultPath{textProperty(fields, &_DPItem::get_Path),
@@ -16,11 +14,11 @@ std::optional<DefaultPath> DPHelper::path(std::wstring_view reference,
 
 void DPHelper::savePath(std::wstring_view reference, std::wstring_view group,
                         const DefaultPath& value) const {
-    const auto item = itemFor(items_, reference, group);
+    const auto item = section_.itemFor(reference, group);
     check(item->put_Path(Bstr(value.path).get()));
     check(item->put_File(Bstr(value.file).get()));
     check(item->put_Ext(Bstr(value.ext).get()));
-    items_.addItem(item);
+    section_.addItem(item);
 }
 
 }  // namespace vela

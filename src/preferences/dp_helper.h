@@ -3,6 +3,7 @@
 
 #include <optional>
 
+#include "preferences/DPItem.h"
 #include "preferences/section_manager.h"
 
 namespace vela {
@@ -13,9 +14,11 @@ struct DefaultPath {
     std::wstring ext;
 };
 
+using DPManager = SectionManager<DPItem>;
+
 class DPHelper {
   public:
-    explicit DPHelper(const ComPtr<UPManager>& manager) : items_(manager, kDPSection) {}
+    explicit DPHelper(const ComPtr<UPManager>& manager) : section_(manager, kDPSection) {}
 
     // Nothing when none is stored.
     std::optional<DefaultPath> path(std::wstring_view reference, std::wstring_view group) const;
@@ -23,7 +26,7 @@ class DPHelper {
                   const DefaultPath& value) const;
 
   private:
-    DPManager items_;
+    DPManager section_;
 };
 
 }  // namespace vela

@@ -1,13 +1,16 @@
 // Key/value preferences.
 #pragma once
 
+#include "preferences/KVItem.h"
 #include "preferences/section_manager.h"
 
 namespace vela {
 
+using KVManager = SectionManager<KVItem>;
+
 class KVPHelper {
   public:
-    explicit KVPHelper(const ComPtr<UPManager>& manager) : items_(manager, kKVSection) {}
+    explicit KVPHelper(const ComPtr<UPManager>& manager) : section_(manager, kKVSection) {}
 
     // `defaultValue` when nothing is stored.
     std::wstring value(std::wstring_view reference, std::wstring_view group,
@@ -16,7 +19,7 @@ class KVPHelper {
                    std::wstring_view value) const;
 
   private:
-    KVManager items_;
+    KVManager section_;
 };
 
 }  // namespace vela

@@ -1,7 +1,5 @@
 #include "preferences/pp_helper.h"
 
-#include "preferences/preference_item.h"
-
 namespace vela {
 
 namespace {
@@ -52,7 +50,7 @@ void setProperties(_ISetPrinter* printer, const PrinterChoice& choice) {
 }  // namespace
 
 ComPtr<PPItem> PPHelper::choice(short type, std::wstring_view reference) const {
-    return items_.getItem(reference, std::to_wstring(type));
+    return section_.getItem(reference, std::to_wstring(type));
 }
 
 bool PPHelper::apply(short type, std::wstring_view reference, _ISetPrinter* printer,
@@ -77,13 +75,13 @@ bool PPHelper::ask(HWND owner, short type, std::wstring_view reference, _ISetPri
 
     const auto chosen = askForPrinter(owner, start);
     if (!chosen) return false;
-    const auto item = itemFor(items_, reference, std::to_wstring(type));
+    const auto item = section_.itemFor(reference, std::to_wstring(type));
     check(item->put_PrinterName(Bstr(chosen->printer).get()));
     check(item->put_Copies(chosen->copies));
     check(item->put_Orientation(static_cast<PrinterOrientation>(chosen->orientation)));
     check(item->put_PaperBin(chosen->bin));
     check(item->put_PaperSize(chosen->size));
-    items_.addItem(item);
+    section_.addItem(item);
     if (printer && select(printer, chosen->printer)) setProperties(printer, *chosen);
     return true;
 }

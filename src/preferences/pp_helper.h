@@ -1,6 +1,7 @@
 // Printer choices, kept by reference and by the caller's number for a kind of printout.
 #pragma once
 
+#include "preferences/PPItem.h"
 #include "preferences/printer_dialog.h"
 #include "preferences/section_manager.h"
 
@@ -13,9 +14,11 @@ struct PrintDefaults {
     bool override = false;  // whether these win over a stored choice's
 };
 
+using PPManager = SectionManager<PPItem>;
+
 class PPHelper {
   public:
-    explicit PPHelper(const ComPtr<UPManager>& manager) : items_(manager, kPPSection) {}
+    explicit PPHelper(const ComPtr<UPManager>& manager) : section_(manager, kPPSection) {}
 
     // Null when no choice is stored.
     ComPtr<PPItem> choice(short type, std::wstring_view reference) const;
@@ -29,7 +32,7 @@ class PPHelper {
              const PrintDefaults& defaults) const;
 
   private:
-    PPManager items_;
+    PPManager section_;
 };
 
 }  // namespace vela

@@ -18,10 +18,10 @@ bool isKeptIn(_IUPSection* section, const std::wstring& source) {
 }  // namespace
 
 void registerSection(UPManager& manager, const SectionKind& kind, const std::wstring& source,
-                     bool keep) {
-    const ComPtr<_IUPSection> existing = keep ? manager.section(kind.id) : nullptr;
-    if (existing && isKeptIn(existing.Get(), source)) return;
-    if (existing && manager.loaded()) manager.save();  // what is new in it belongs to the old store
+                     Existing existing) {
+    const auto old = existing == Existing::Kept ? manager.section(kind.id) : nullptr;
+    if (old && isKeptIn(old.Get(), source)) return;
+    if (old && manager.loaded()) manager.save();  // what is new in it belongs to the old store
     const ComPtr<_IUPSection> section = makeSection(kind);
     checkRecorded(section->putref_DataSourceManager(make<UPDataSourceXML>(source).Get()));
     manager.add(section);

@@ -1,22 +1,23 @@
 // Finds and keeps the items of one registered section.
 #pragma once
 
-#include "preferences/DPItem.h"
-#include "preferences/KVItem.h"
-#include "preferences/PPItem.h"
-#include "preferences/RPItem.h"
 #include "preferences/Section.h"
-#include "preferences/UIItem.h"
 #include "preferences/UPManager.h"
+#include "text/core/text_normalisation.h"
 
 namespace vela {
 
-// Registers a section of `kind`, kept in the document `source`, with `manager`. A section that is
-// there already stays, with what it has loaded and changed, if `keep` says so and it is kept in the
-// same document; otherwise the new one takes its place, and a running manager saves the old one
-// first if `keep` says so.
+// What becomes of a section of the same kind that is registered already.
+enum class Existing {
+    Replaced,
+    // It stays, with what it has loaded and changed, if it is kept in the same document. Otherwise
+    // a running manager saves it before it is replaced.
+    Kept
+};
+
+// Registers a new section of `kind`, kept in the document `source`, with `manager`.
 void registerSection(UPManager& manager, const SectionKind& kind, const std::wstring& source,
-                     bool keep);
+                     Existing existing);
 
 template <class Item>
 class SectionManager {
@@ -32,6 +33,17 @@ class SectionManager {
         checkRecorded(items()->get_Item(idText.get(), groupText.get(), &found));
         return own<Item>(found.Get());
     }
+    // The item of an identity, or a new one that has it and is not added yet. Identities are
+    // compared trimmed and without case, and stored so.
+    ComPtr<Item> itemFor(std::wstring_view id, std::wstring_view group) const {
+        if (auto found = getItem(id, group)) return found;
+        auto item = make<Item>();
+        ComPtr<_IUPItem> identity;
+        check(item.As(&identity));
+        checkRecorded(identity->put_Id(Bstr(normalisedIdentity(id)).get()));
+        checkRecorded(identity->put_Group(Bstr(normalisedIdentity(group)).get()));
+        return item;
+    }
     // Adds an item under its own identity, in the place of one that has it; the section is then not
     // saved.
     void addItem(const ComPtr<Item>& item) const {
@@ -44,12 +56,7 @@ class SectionManager {
         checkRecorded(items()->Clear());
         checkRecorded(section()->put_Saved(VARIANT_FALSE));
     }
-    ComPtr<_UPItems> items() const {
-        ComPtr<_UPItems> items;
-        checkRecorded(section()->get_Items(&items));
-        if (!items) raise(RuntimeError::InvalidProcedureCall);
-        return items;
-    }
+    ComPtr<_UPItems> items() const { return itemsOf(section().Get()); }
 
   private:
     ComPtr<_IUPSection> section() const {
@@ -61,10 +68,5 @@ class SectionManager {
     ComPtr<UPManager> manager_;
     const SectionKind& kind_;
 };
-
-using PPManager = SectionManager<PPItem>;
-using UIManager = SectionManager<UIItem>;
-using DPManager = SectionManager<DPItem>;
-using KVManager = SectionManager<KVItem>;
 
 }  // namespace vela

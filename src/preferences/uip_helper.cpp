@@ -1,14 +1,13 @@
 #include "preferences/uip_helper.h"
 
 #include "preferences/core/window_placement.h"
-#include "preferences/preference_item.h"
+#include "runtime/screen.h"
 
 namespace vela {
 
 namespace {
 
 constexpr long kNormal = 0;
-constexpr long kTwipsPerInch = 1440;
 
 std::wstring screenResolution() {
     return std::to_wstring(GetSystemMetrics(SM_CXSCREEN)) + L"x" +
@@ -18,29 +17,21 @@ std::wstring screenResolution() {
 // Between pixels and twips.
 class Scale {
   public:
-    Scale() {
-        const HDC screen = GetDC(nullptr);
-        const int x = GetDeviceCaps(screen, LOGPIXELSX);
-        const int y = GetDeviceCaps(screen, LOGPIXELSY);
-        ReleaseDC(nullptr, screen);
-        if (x > 0) dotsX_ = x;
-        if (y > 0) dotsY_ = y;
-    }
     RECT toPixels(const WindowRect& twips) const {
-        return {MulDiv(twips.left, dotsX_, kTwipsPerInch), MulDiv(twips.top, dotsY_, kTwipsPerInch),
-                MulDiv(twips.left + twips.width, dotsX_, kTwipsPerInch),
-                MulDiv(twips.top + twips.height, dotsY_, kTwipsPerInch)};
+        return {MulDiv(twips.left, dots_.x, kTwipsPerInch),
+                MulDiv(twips.top, dots_.y, kTwipsPerInch),
+                MulDiv(twips.left + twips.width, dots_.x, kTwipsPerInch),
+                MulDiv(twips.top + twips.height, dots_.y, kTwipsPerInch)};
     }
     WindowRect toTwips(const RECT& pixels) const {
-        return {MulDiv(pixels.left, kTwipsPerInch, dotsX_),
-                MulDiv(pixels.top, kTwipsPerInch, dotsY_),
-                MulDiv(pixels.right - pixels.left, kTwipsPerInch, dotsX_),
-                MulDiv(pixels.bottom - pixels.top, kTwipsPerInch, dotsY_)};
+        return {MulDiv(pixels.left, kTwipsPerInch, dots_.x),
+                MulDiv(pixels.top, kTwipsPerInch, dots_.y),
+                MulDiv(pixels.right - pixels.left, kTwipsPerInch, dots_.x),
+                MulDiv(pixels.bottom - pixels.top, kTwipsPerInch, dots_.y)};
     }
 
   private:
-    int dotsX_ = 96;
-    int dotsY_ = 96;
+    const DotsPerInch dots_ = screenDotsPerInch();
 };
 
 WindowRect placeForToday(const WindowRect& stored, const std::wstring& resolution) {
@@ -93,7 +84,7 @@ void setRect(_UIItem* item, const WindowRect& rect) {
 
 bool UIPHelper::loadPosition(IDispatch* window, std::wstring_view id,
                              std::wstring_view group) const {
-    const auto item = items_.getItem(identityOf(window, id), group);
+    const auto item = section_.getItem(identityOf(window, id), group);
     if (!item) return false;
     long state = kNormal;
     check(item->get_WindowState(&state));
@@ -115,11 +106,11 @@ void UIPHelper::savePosition(IDispatch* window, std::wstring_view id,
     // Everything is read before anything is changed: the window may refuse.
     const long state = number(window, L"WindowState");
     const WindowRect rect = rectOf(window);
-    const bool isNew = !items_.getItem(identity, group);
-    const auto item = itemFor(items_, identity, group);
+    const bool isNew = !section_.getItem(identity, group);
+    const auto item = section_.itemFor(identity, group);
     if (state == kNormal || isNew) setRect(item.Get(), rect);
     check(item->put_WindowState(state));
-    items_.addItem(item);
+    section_.addItem(item);
 }
 
 }  // namespace vela

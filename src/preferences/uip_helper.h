@@ -2,13 +2,16 @@
 // WindowState (0 normal, 1 minimised, 2 maximised) and Name.
 #pragma once
 
+#include "preferences/UIItem.h"
 #include "preferences/section_manager.h"
 
 namespace vela {
 
+using UIManager = SectionManager<UIItem>;
+
 class UIPHelper {
   public:
-    explicit UIPHelper(const ComPtr<UPManager>& manager) : items_(manager, kUISection) {}
+    explicit UIPHelper(const ComPtr<UPManager>& manager) : section_(manager, kUISection) {}
 
     // Moves the window to its stored place; false when none is stored. A place taken at another
     // screen resolution, or off every monitor, is brought into view. An empty `id` stands for the
@@ -19,7 +22,7 @@ class UIPHelper {
     void savePosition(IDispatch* window, std::wstring_view id, std::wstring_view group) const;
 
   private:
-    UIManager items_;
+    UIManager section_;
 };
 
 }  // namespace vela

@@ -31,6 +31,15 @@ std::wstring lowerCase(std::wstring text) {
     return text;
 }
 
+void registerSections(UPManager& manager, Existing existing) {
+    const std::wstring local = manager.dataSources()->localName();
+    const std::wstring shared = manager.dataSources()->sharedName();
+    registerSection(manager, kPPSection, local, existing);
+    registerSection(manager, kUISection, local, existing);
+    registerSection(manager, kDPSection, shared, existing);
+    registerSection(manager, kKVSection, shared, existing);
+}
+
 // Report parameters are registered by their own manager, so no start registers them again. For
 // other identities they are read anew, from the store that they have.
 void renewReportParameters(UPManager& manager) {
@@ -55,30 +64,15 @@ UPContext::UPContext()
 UPContext::~UPContext() { siblings_->erase(this); }
 
 short UPContext::start(std::wstring_view applicationId, std::wstring_view userId) {
-    const std::wstring oldApplication = manager_->applicationId();
-    const std::wstring oldUser = manager_->userId();
-    manager_->setApplicationId(applicationId);
-    manager_->setUserId(userId);
-    const std::wstring newApplication = manager_->applicationId();
-    const std::wstring newUser = manager_->userId();
-    const bool same = newApplication == oldApplication && newUser == oldUser;
-    if (!same && manager_->loaded()) {
-        // What is not saved yet belongs to the old identities.
-        manager_->setApplicationId(oldApplication);
-        manager_->setUserId(oldUser);
-        manager_->save();
-        manager_->setApplicationId(newApplication);
-        manager_->setUserId(newUser);
-    }
+    UPManager& manager = *manager_.Get();
+    const bool same = manager.isFor(applicationId, userId);
+    if (!same && manager.loaded()) manager.save();  // what is new belongs to the old identities
+    manager.setApplicationId(applicationId);
+    manager.setUserId(userId);
     helpers_ = std::make_shared<Helpers>(manager_);
-    const std::wstring local = manager_->dataSources()->localName();
-    const std::wstring travelling = manager_->dataSources()->sharedName();
-    registerSection(*manager_.Get(), kPPSection, local, same);
-    registerSection(*manager_.Get(), kUISection, local, same);
-    registerSection(*manager_.Get(), kDPSection, travelling, same);
-    registerSection(*manager_.Get(), kKVSection, travelling, same);
-    if (!same) renewReportParameters(*manager_.Get());
-    manager_->load();
+    registerSections(manager, same ? Existing::Kept : Existing::Replaced);
+    if (!same) renewReportParameters(manager);
+    manager.load();
     return -1;
 }
 

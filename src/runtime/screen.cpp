@@ -6,6 +6,12 @@
 
 namespace vela {
 
+namespace {
+
+constexpr int kUsualDotsPerInch = 96;
+
+}  // namespace
+
 bool hasScreen() {
     USEROBJECTFLAGS station{};
     if (!GetUserObjectInformationW(GetProcessWindowStation(), UOI_FLAGS, &station, sizeof station,
@@ -15,6 +21,15 @@ bool hasScreen() {
     }
     const ScreenContext screen(GetDC(nullptr));
     return GetPixel(screen.get(), 0, 0) != CLR_INVALID;
+}
+
+DotsPerInch screenDotsPerInch() {
+    DotsPerInch dots{};
+    if (const ScreenContext screen{GetDC(nullptr)}) {
+        dots = {GetDeviceCaps(screen.get(), LOGPIXELSX), GetDeviceCaps(screen.get(), LOGPIXELSY)};
+    }
+    const auto orUsual = [](int found) { return found > 0 ? found : kUsualDotsPerInch; };
+    return {orUsual(dots.x), orUsual(dots.y)};
 }
 
 }  // namespace vela

@@ -4,6 +4,7 @@
 
 #include "serialization/core/property_text.h"
 #include "serialization/object_properties.h"
+#include "text/dates/core/calendar.h"
 #include "xml/xml_document.h"
 
 namespace vela {
@@ -37,7 +38,7 @@ std::wstring formattedDate(const Outgoing& property) {
     // The zero date has to be looked for: some locales write midnight with a twelve.
     const DATE date = dateOf(property, text);
     if (date == 0 || !VariantTimeToSystemTime(date, &time)) return {};
-    return dayMonthYear(time.wDay, time.wMonth, time.wYear);
+    return dateText(std::chrono::year{time.wYear} / time.wMonth / time.wDay);
 }
 
 // As the property's type is written; throws Error 13 for a Boolean property's text that is none.

@@ -4,24 +4,10 @@
 
 #include <cmath>
 
+#include "runtime/screen.h"
 #include "runtime/system_function.h"
 
 namespace vela {
-
-namespace {
-
-constexpr int kTwipsPerInch = 1440;
-constexpr int kUsualDotsPerInch = 96;
-
-int dotsPerInch(int capability) {
-    const HDC screen = GetDC(nullptr);
-    if (!screen) return 0;
-    const int dots = GetDeviceCaps(screen, capability);
-    ReleaseDC(nullptr, screen);
-    return dots;
-}
-
-}  // namespace
 
 std::wstring computerName() {
     wchar_t name[MAX_COMPUTERNAME_LENGTH + 1];
@@ -46,9 +32,9 @@ bool isSystem64Bit() {
 }
 
 short twipsPerPixel(Axis axis) {
-    const int dots = dotsPerInch(axis == Axis::Horizontal ? LOGPIXELSX : LOGPIXELSY);
-    return static_cast<short>(
-        std::lrint(double{kTwipsPerInch} / (dots > 0 ? dots : kUsualDotsPerInch)));
+    const DotsPerInch dots = screenDotsPerInch();
+    const int across = axis == Axis::Horizontal ? dots.x : dots.y;
+    return static_cast<short>(std::lrint(double{kTwipsPerInch} / across));
 }
 
 }  // namespace vela

@@ -3,7 +3,6 @@
 
 #include "automation/enumerator.h"
 #include "automation/late_objects.h"
-#include "preferences/UPItems.h"
 
 namespace vela {
 namespace {
@@ -93,15 +92,6 @@ TEST_F(CollectionsCollection, HoldsTheValueThatAVariableHad) {
     test::call(collection_.Get(), L"Add", {test::byReference(variable)});
     variable = Variant(L"other");
     EXPECT_EQ(all(), L"v");
-}
-
-TEST_F(CollectionsCollection, NeverGivesAWrongSixteenBitCount) {
-    const auto items = make<UPItems>();
-    for (int i = 0; i < 32767; ++i) items->entries().add(ComPtr<IDispatch>());
-    const auto count = [&] { return test::call(static_cast<_UPItems*>(items.Get()), L"Count"); };
-    EXPECT_EQ(textOf(count().result), L"32767");
-    items->entries().add(ComPtr<IDispatch>());
-    EXPECT_EQ(count().error, runtime(6));
 }
 
 }  // namespace

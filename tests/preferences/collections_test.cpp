@@ -86,6 +86,15 @@ TEST_F(PreferencesCollections, OnlyAddAndRemoveMarkTheSection) {
     EXPECT_EQ(items->Remove(Bstr(L"a").get(), Bstr(L"g").get()), S_OK);
 }
 
+TEST_F(PreferencesCollections, NeverGiveAWrongSixteenBitCount) {
+    const auto section = makeSection(kDPSection);
+    const auto count = [&] { return call(itemsOf(section.Get()).Get(), L"Count"); };
+    for (int i = 1; i <= 32767; ++i) addItem(section.Get(), std::to_wstring(i), L"");
+    EXPECT_EQ(textOf(count().result), L"32767");
+    addItem(section.Get(), L"one more", L"");
+    EXPECT_EQ(count().error, HRESULT(0x800A0006));
+}
+
 class ForeignSection final : public SectionMembers<ForeignSection, _IUPSection> {
     using SectionMembers::SectionMembers;
 };

@@ -3,8 +3,8 @@
 
 #include <sstream>
 
-#include "automation/enumerator.h"
 #include "preferences/Section.h"
+#include "preferences/document_cache.h"
 #include "preferences/up_context.h"
 #include "preferences/xml_up.h"
 #include "support/support.h"
@@ -23,10 +23,6 @@ inline std::wstring shown(IDispatch* object, const wchar_t* property) {
 }
 
 inline Variant str(std::wstring_view text) { return Variant(text); }
-
-inline ComPtr<_UPItems> itemsOf(_IUPSection* section) {
-    return got<ComPtr<_UPItems>>(section, &_IUPSection::get_Items);
-}
 
 using Fields = std::vector<std::pair<const wchar_t*, std::wstring>>;
 
@@ -59,8 +55,7 @@ inline std::shared_ptr<UPContext> contextIn(const TemporaryFolder& folder) {
 // The items in order, each as its key, '=' and the named fields, with a blank after each.
 inline std::wstring contents(_IUPSection* section, const std::wstring& fields = L"Value") {
     std::wstring result;
-    const auto enumerator = got<ComPtr<IUnknown>>(itemsOf(section).Get(), &_UPItems::get_NewEnum);
-    eachVariant(enumerator.Get(), [&](const Variant& item) {
+    eachItem(itemsOf(section).Get(), [&](const Variant& item) {
         result += shown(objectIn(item), L"SearchKey") + L"=";
         std::wistringstream names(fields);
         for (std::wstring name; names >> name;) {

@@ -43,7 +43,7 @@ class PreferencesSaveKill : public NoObjectsLeft {
     // The different values of a user's 200 items.
     std::set<std::wstring> values(const wchar_t* user) {
         const auto section = makeSection(kKVSection);
-        XMLup::emptyCache();
+        forgetDocuments();
         EXPECT_TRUE(XMLup().loadFromFile(file_, L"SALES", user, section.Get()));
         EXPECT_EQ(got<SHORT>(itemsOf(section.Get()).Get(), &_UPItems::get_Count), 200);
         std::wistringstream list(contents(section.Get()));

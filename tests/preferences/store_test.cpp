@@ -32,7 +32,7 @@ class PreferencesStore : public NoObjectsLeft {
   protected:
     bool load(_IUPSection* section, const std::wstring& application = L"sales",
               const std::wstring& user = L"ana") {
-        XMLup::emptyCache();
+        forgetDocuments();
         return XMLup().loadFromFile(file_, application, user, section);
     }
     bool save(const ComPtr<_IUPSection>& section, const std::wstring& application = L"sales",
@@ -279,7 +279,9 @@ TEST_F(PreferencesStore, FiftyMegabytesAreKept) {
 TEST_F(PreferencesStore, EveryUnreadableDocumentIsKept) {
     for (const char* content : {"first", "second", "third"}) {
         writeFile(file_, content);
-        EXPECT_FALSE(save(makeSection(kKVSection)));  // nothing to write: nothing is replaced
+        // Nothing to write, and what cannot be written: nothing is replaced, nor copied.
+        EXPECT_FALSE(save(makeSection(kKVSection)));
+        EXPECT_FALSE(save(sectionWith(kKVSection, L"K", L"\"")));
         EXPECT_EQ(readFile(file_), content);
         EXPECT_TRUE(saveValue());
     }

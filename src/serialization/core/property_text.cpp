@@ -1,7 +1,5 @@
 #include "serialization/core/property_text.h"
 
-#include <algorithm>
-
 #include "text/core/upper_case.h"
 
 namespace vela {
@@ -12,11 +10,6 @@ ListedProperty entry(std::wstring_view text) {
     const bool attribute = text.starts_with(L'@');
     text.remove_prefix(text.empty() ? 0 : 1);
     return {attribute ? PropertyKind::Attribute : PropertyKind::Element, text};
-}
-
-std::wstring padded(int number, std::size_t digits) {
-    const std::wstring text = std::to_wstring(number);
-    return std::wstring(digits - std::min(digits, text.size()), L'0') + text;
 }
 
 }  // namespace
@@ -51,10 +44,6 @@ bool beginsAboveZero(std::wstring_view text) {
         signable = false;
     }
     return false;
-}
-
-std::wstring dayMonthYear(int day, int month, int year) {
-    return padded(day, 2) + L'-' + padded(month, 2) + L'-' + padded(year, 4);
 }
 
 }  // namespace vela

@@ -30,7 +30,4 @@ std::wstring outputName(std::wstring_view declared, PropertyKind kind);
 // within the number count for nothing; a text that begins with no number begins with zero.
 bool beginsAboveZero(std::wstring_view text);
 
-// "DD-MM-YYYY".
-std::wstring dayMonthYear(int day, int month, int year);
-
 }  // namespace vela

@@ -3,6 +3,8 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
+#include <string>
 #include <string_view>
 
 namespace vela {
@@ -27,6 +29,15 @@ constexpr LeadingNumber leadingNumber(std::wstring_view text) {
     }
     if (at == first) return {};
     return {negative ? -value : value, at};
+}
+
+// A number as text, with zeros before it up to a width.
+inline std::wstring zeroPadded(std::wstring_view number, std::size_t width) {
+    std::wstring text(width - std::min(width, number.size()), L'0');
+    return text.append(number);
+}
+inline std::wstring zeroPadded(std::int64_t number, std::size_t width) {
+    return zeroPadded(std::to_wstring(number), width);
 }
 
 }  // namespace vela

@@ -1,8 +1,6 @@
 #include "text/dates/core/calendar.h"
 
-#include <cstdio>
-#include <cwchar>
-#include <iterator>
+#include "text/core/digits.h"
 
 namespace vela {
 
@@ -25,12 +23,9 @@ std::optional<Day> dayAfter(Day day, int days) {
 
 int weekday(Day day) { return static_cast<int>(chrono::weekday{day}.c_encoding()) + 1; }
 
-std::wstring dateText(Day day) {
-    const chrono::year_month_day date{day};
-    wchar_t text[16];
-    std::swprintf(text, std::size(text), L"%02u-%02u-%04d", static_cast<unsigned>(date.day()),
-                  static_cast<unsigned>(date.month()), static_cast<int>(date.year()));
-    return text;
+std::wstring dateText(chrono::year_month_day date) {
+    return zeroPadded(unsigned{date.day()}, 2) + L'-' + zeroPadded(unsigned{date.month()}, 2) +
+           L'-' + zeroPadded(int{date.year()}, 4);
 }
 
 int monthLength(int year, int month) {

@@ -20,8 +20,8 @@ std::optional<Day> dayAfter(Day day, int days);
 // 1 = Sunday to 7 = Saturday.
 int weekday(Day day);
 
-// As dd-mm-yyyy.
-std::wstring dateText(Day day);
+// As dd-mm-yyyy; a Day is such a date, too.
+std::wstring dateText(std::chrono::year_month_day date);
 
 // The days of a month by the simple rule: every fourth year has a 29 February, also 1900 and 2100.
 // 31 for what is no month.

@@ -4,6 +4,7 @@
 #include <initializer_list>
 #include <optional>
 
+#include "text/core/digits.h"
 #include "text/core/text_normalisation.h"
 #include "text/core/upper_case.h"
 #include "text/numbers/core/rounding.h"
@@ -17,11 +18,6 @@ void appendPart(std::wstring& text, std::int32_t number, std::wstring_view one,
     if (number < 1) return;
     text += std::to_wstring(number);
     text += number >= 2 ? more : one;
-}
-
-std::wstring padded(std::int32_t number, std::size_t width) {
-    std::wstring text = std::to_wstring(number);
-    return text.size() < width ? L"0" + text : text;
 }
 
 // The picture behind the names that have one.
@@ -85,7 +81,7 @@ std::wstring byPicture(const ElapsedTime& time, std::wstring_view picture) {
         const wchar_t c = picture[at];
         if (const auto part = partFor(upperCase(c), last, time)) {
             const std::size_t end = std::min(picture.find_first_not_of(c, at), picture.size());
-            text += padded(*part, std::min<std::size_t>(end - at, 2));
+            text += zeroPadded(*part, std::min<std::size_t>(end - at, 2));
             last = upperCase(c);
             at = end;
         } else if (c == L'"') {

@@ -14,11 +14,6 @@ std::wstring_view leadingDigits(std::wstring_view text) {
     return text.substr(0, static_cast<std::size_t>(end - text.begin()));
 }
 
-std::wstring twoDigits(int number) {
-    std::wstring text = std::to_wstring(number);
-    return text.size() < 2 ? L"0" + text : text;
-}
-
 }  // namespace
 
 std::int16_t readTime(std::wstring_view time) {
@@ -27,13 +22,13 @@ std::int16_t readTime(std::wstring_view time) {
     if (digits.size() < time.size()) {
         std::wstring_view minutes = leadingDigits(trimmed(time.substr(digits.size() + 1)));
         minutes.remove_prefix(std::min(minutes.find_first_not_of(L'0'), minutes.size()));
-        digits.append(minutes.size() < 2 ? 2 - minutes.size() : 0, L'0').append(minutes);
+        digits += zeroPadded(minutes, 2);
     }
     return static_cast<std::int16_t>(leadingNumber(digits.substr(0, 4)).value);
 }
 
 std::wstring timeText(std::int16_t time) {
-    return twoDigits(time / 100) + L':' + twoDigits(time % 100);
+    return zeroPadded(time / 100, 2) + L':' + zeroPadded(time % 100, 2);
 }
 
 }  // namespace vela

@@ -1,0 +1,13 @@
+#include "preferences/document_names.h"
+
+#include "automation/error.h"
+#include "text/core/upper_case.h"
+
+namespace vela {
+
+const std::wstring& documentName(const std::wstring& fileName) {
+    if (upperCase(fileName).ends_with(L".XML")) return fileName;
+    throw Error{E_INVALIDARG, kLibraryName, L"The name of a document ends in .XML: " + fileName};
+}
+
+}  // namespace vela

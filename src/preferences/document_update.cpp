@@ -1,0 +1,50 @@
+#include "preferences/document_update.h"
+
+#include "automation/error.h"
+#include "preferences/document_bytes.h"
+#include "preferences/document_names.h"
+#include "preferences/kept_aside.h"
+#include "preferences/preference_document.h"
+
+namespace vela {
+
+namespace {
+
+constexpr DWORD kNewFileAttributes = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_ARCHIVE;
+
+Bytes contentOf(const std::wstring& fileName) {
+    Bytes content;
+    const DWORD error = readWholeFile(fileName, content);
+    if (error != ERROR_FILE_NOT_FOUND) check(HRESULT_FROM_WIN32(error));
+    return content;
+}
+
+void replace(FileReplacement& file, const std::string& content) {
+    check(HRESULT_FROM_WIN32(file.commit(content.data(), content.size(), kNewFileAttributes)));
+}
+
+}  // namespace
+
+DocumentUpdate::DocumentUpdate(const std::wstring& fileName)
+    : fileName_(documentName(fileName)), replacement_(fileName) {
+    check(HRESULT_FROM_WIN32(replacement_.error()));
+    const Bytes content = contentOf(fileName);
+    std::optional<XmlDocument> found;
+    if (!content.empty()) found = parsed(content);
+    existed_ = found.has_value();
+    unreadable_ = !existed_ && !content.empty();
+    document_ = existed_ ? *found : emptyDocument();
+}
+
+void DocumentUpdate::commit() {
+    const std::string content = bytesOf(document_);
+    if (unreadable_) keepAside(fileName_);
+    replace(replacement_, content);
+}
+
+void createDocument(const std::wstring& fileName) {
+    FileReplacement replacement(documentName(fileName));
+    replace(replacement, bytesOf(emptyDocument()));
+}
+
+}  // namespace vela

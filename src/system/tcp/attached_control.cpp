@@ -9,14 +9,56 @@ constexpr const wchar_t* kMemberNames[] = {
     L"LocalPort", L"RemotePort", L"RemoteHost", L"RemoteHostIP", L"State",  L"Close",
     L"Listen",    L"Connect",    L"Accept",     L"SendData",     L"GetData"};
 
-// In the order of AttachedControl::Event.
+enum Event : std::size_t {
+    Connected,
+    ConnectionRequest,
+    DataArrival,
+    SendComplete,
+    Failed,
+    Closed
+};
+// In the order of Event.
 constexpr const wchar_t* kEventNames[] = {
     L"Connect", L"ConnectionRequest", L"DataArrival", L"SendComplete", L"Error", L"Close"};
 constexpr std::size_t kRequiredEvents = std::size(kEventNames) - 1;
 
+// An argument of an event, and what stands for it where it is missing or of another kind.
+LONG numberAt(std::span<VARIANT> arguments, std::size_t index) {
+    if (index >= arguments.size()) return 0;
+    return static_cast<LONG>(static_cast<long long>(numberIn(arguments[index]).value_or(0)));
+}
+std::wstring textAt(std::span<VARIANT> arguments, std::size_t index) {
+    std::wstring found;
+    if (index < arguments.size()) quietly([&] { found = textOf(arguments[index]); });
+    return found;
+}
+
+void tellFailure(SocketEvents& events, std::span<VARIANT> arguments) {
+    // It is reported: no message box on top of that.
+    if (arguments.size() > 6 && arguments[6].vt == (VT_BYREF | VT_BOOL)) {
+        *arguments[6].pboolVal = VARIANT_TRUE;
+    }
+    events.failed({static_cast<short>(numberAt(arguments, 0)), textAt(arguments, 1),
+                   numberAt(arguments, 2), textAt(arguments, 3)});
+}
+
+// Each may be the end of the control that is heard.
+void tell(SocketEvents& events, std::size_t event, std::span<VARIANT> arguments) {
+    switch (event) {
+        case Connected: return events.connected();
+        case ConnectionRequest:
+            if (!arguments.empty()) events.requested(numberAt(arguments, 0));
+            return;
+        case DataArrival: return events.arrived();
+        case SendComplete: return events.sent();
+        case Failed: return tellFailure(events, arguments);
+        case Closed: return events.peerClosed();
+    }
+}
+
 }  // namespace
 
-AttachedControl::AttachedControl(ComPtr<IDispatch> control, Handler handler)
+AttachedControl::AttachedControl(ComPtr<IDispatch> control, SocketEvents& events)
     : control_(std::move(control)) {
     static_assert(std::size(kMemberNames) == kMembers);
     for (int member = 0; member < kMembers; ++member) {
@@ -24,11 +66,10 @@ AttachedControl::AttachedControl(ComPtr<IDispatch> control, Handler handler)
             raise(RuntimeError::TypeMismatch);
         }
     }
-    events_.emplace(
-        control_.Get(), kEventNames, kRequiredEvents,
-        [handler = std::move(handler)](std::size_t event, std::span<VARIANT> arguments) {
-            handler(static_cast<Event>(event), arguments);
-        });
+    listener_.emplace(control_.Get(), kEventNames, kRequiredEvents,
+                      [&events](std::size_t event, std::span<VARIANT> arguments) {
+                          tell(events, event, arguments);
+                      });
 }
 
 Variant AttachedControl::get(Member member) const {
@@ -67,8 +108,8 @@ void AttachedControl::connect() {
     call(Connect, arguments);
 }
 
-void AttachedControl::accept(const VARIANT& request) {
-    VARIANT argument = dereferenced(request);
+void AttachedControl::accept(long request) {
+    Variant argument(request);
     call(Accept, single(argument));
 }
 
@@ -88,9 +129,6 @@ std::wstring AttachedControl::receive() {
     return textOf(data);
 }
 
-void AttachedControl::end() {
-    events_.reset();
-    close();
-}
+void AttachedControl::leave() { listener_.reset(); }
 
 }  // namespace vela

@@ -174,7 +174,7 @@ def adapter(interface):
 def main():
     output = pathlib.Path(sys.argv[1])
     header = ["// Generated from the interface definitions; not to be edited.", "#pragma once", "",
-              "#include <VelaSocket.h>", "#include <VelaUtil10.h>", "", "#include <array>", "",
+              "#include <VelaUtil10.h>", "", "#include <array>", "",
               '#include "automation/object.h"', "", "namespace vela {", ""]
     fragments = [(pathlib.Path(p), *read(pathlib.Path(p))) for p in sys.argv[2:]]
     classes = {k: v for _, _, c in fragments for k, v in c.items()}

@@ -1,6 +1,5 @@
 # Compiles the type library, the C++ header of its interfaces, and the member tables that late
-# binding uses. Targets: vela_contract (headers). Variable: VELA_TYPE_LIBRARY, the compiled file,
-# and VELA_SOCKET_LIBRARY, that of the socket control.
+# binding uses. Targets: vela_contract (headers). Variable: VELA_TYPE_LIBRARY, the compiled file.
 if(CMAKE_SIZEOF_VOID_P EQUAL 8)
     set(widl_target x86_64-w64-mingw32)
 else()
@@ -46,17 +45,6 @@ add_custom_command(
     COMMAND ${widl} -h -o ${generated}/VelaUtil10.h ${CMAKE_CURRENT_SOURCE_DIR}/VelaUtil10.idl
     DEPENDS ${contract_sources} ${generated}/scripting.tlb ${generated}/xml.tlb VERBATIM)
 
-# The second type library: objects that callers cannot create.
-set(VELA_SOCKET_LIBRARY ${generated}/VelaSocket.tlb)
-set(socket_source ${CMAKE_CURRENT_SOURCE_DIR}/system/socket.idl)
-add_custom_command(
-    OUTPUT ${VELA_SOCKET_LIBRARY} ${generated}/VelaSocket.h
-    COMMAND ${widl} -t -o ${VELA_SOCKET_LIBRARY} ${socket_source}
-    COMMAND ${widl} -h -o ${generated}/VelaSocket.h ${socket_source}
-    DEPENDS ${socket_source} VERBATIM)
-list(APPEND fragments ${socket_source})
-list(APPEND member_tables ${generated}/socket_members.cpp)
-
 set(contract_script ${CMAKE_SOURCE_DIR}/cmake/contract.py)
 add_custom_command(
     OUTPUT ${generated}/contract.h ${member_tables}
@@ -65,7 +53,6 @@ add_custom_command(
 
 add_library(vela_contract INTERFACE)
 add_custom_target(vela_contract_files DEPENDS ${VELA_TYPE_LIBRARY} ${generated}/VelaUtil10.h
-                  ${VELA_SOCKET_LIBRARY} ${generated}/VelaSocket.h
                   ${generated}/scripting_types.h ${generated}/contract.h)
 add_dependencies(vela_contract vela_contract_files)
 target_include_directories(vela_contract SYSTEM INTERFACE ${generated} ${external})

@@ -102,15 +102,20 @@ void fillException(HRESULT failure, EXCEPINFO* exception) noexcept {
     info->GetHelpContext(&exception->dwHelpContext);
 }
 
+Error recordedError(HRESULT failure) {
+    ComPtr<IErrorInfo> info;
+    Bstr source;
+    Bstr description;
+    if (GetErrorInfo(0, &info) == S_OK) {
+        info->GetSource(source.put());
+        info->GetDescription(description.put());
+    }
+    if (!description.get()) return {failure, kLibraryName, SystemText(failure).text};
+    return {failure, source.str(), description.str()};
+}
+
 void checkRecorded(HRESULT result) {
-    if (SUCCEEDED(result)) return;
-    EXCEPINFO exception;
-    fillException(result, &exception);
-    const Bstr source = Bstr::owning(exception.bstrSource);
-    const Bstr description = Bstr::owning(exception.bstrDescription);
-    SysFreeString(exception.bstrHelpFile);
-    if (!description.get()) check(result);
-    throw Error{result, source.str(), description.str()};
+    if (FAILED(result)) throw recordedError(result);
 }
 
 }  // namespace vela

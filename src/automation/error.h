@@ -31,6 +31,9 @@ struct Error {
 // Throws when `result` is a failure; gives it back otherwise.
 HRESULT check(HRESULT result);
 
+// This thread's error info, which is taken, as an Error; what `failure` stands for by itself when
+// there is none.
+Error recordedError(HRESULT failure);
 // As check(), for calls of automation members: the callee's own source and description live on.
 void checkRecorded(HRESULT result);
 

@@ -11,6 +11,29 @@
 
 namespace vela {
 
+// Arguments of an event. What listeners put into a place belongs to whoever owns the place.
+inline VARIANT byReference(VARTYPE type, void* place) {
+    VARIANT argument{};
+    argument.vt = static_cast<VARTYPE>(VT_BYREF | type);
+    argument.byref = place;
+    return argument;
+}
+inline VARIANT byReference(BSTR& place) { return byReference(VT_BSTR, &place); }
+inline VARIANT byReference(ComPtr<IDispatch>& place) {
+    return byReference(VT_DISPATCH, place.GetAddressOf());
+}
+template <class Enum>
+requires std::is_enum_v<Enum> VARIANT byReference(Enum& place) {
+    static_assert(sizeof place == sizeof(LONG));
+    return byReference(VT_I4, &place);
+}
+inline VARIANT byValue(SHORT number) {
+    VARIANT argument{};
+    argument.vt = VT_I2;
+    argument.iVal = number;
+    return argument;
+}
+
 // The one outgoing interface of a class with events. The point shares the object's reference count.
 class EventSourceBase : public IConnectionPointContainer {
   public:

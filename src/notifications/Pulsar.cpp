@@ -66,11 +66,8 @@ void Pulsar::tick() {
         checkRecorded(sharedNotifications()->get_OnPulse(&onPulse));
         if (onPulse) checkRecorded(onPulse->Notify(nullptr, nullptr, &ignored));
     } else if (place_.advance(pattern_)) {
-        ComPtr<_Pulsar> sender = this;
-        VARIANT argument{};
-        argument.vt = VT_BYREF | VT_DISPATCH;
-        argument.ppdispVal = reinterpret_cast<IDispatch**>(sender.GetAddressOf());
-        fire(kPulse, {argument});
+        ComPtr<IDispatch> sender(this);
+        fire(kPulse, {byReference(sender)});
     }
 }
 

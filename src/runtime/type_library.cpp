@@ -36,19 +36,13 @@ namespace {
 
 struct LoadedLibrary : ApartmentCache {
     const ComPtr<ITypeLib> library = loadTypeLibrary();
-    ComPtr<ITypeLib> inner;  // of objects that callers cannot create
 };
 
 }  // namespace
 
 HRESULT typeInfoOf(const GUID& id, ITypeInfo** info) noexcept {
-    return guard([&] {
-        auto& loaded = apartmentLocal<LoadedLibrary>();
-        if (SUCCEEDED(loaded.library->GetTypeInfoOfGuid(id, info))) return;
-        const std::wstring second = modulePath() + L"\\2";
-        if (!loaded.inner) check(LoadTypeLibEx(second.c_str(), REGKIND_NONE, &loaded.inner));
-        check(loaded.inner->GetTypeInfoOfGuid(id, info));
-    });
+    return guard(
+        [&] { check(apartmentLocal<LoadedLibrary>().library->GetTypeInfoOfGuid(id, info)); });
 }
 
 }  // namespace vela

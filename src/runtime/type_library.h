@@ -1,4 +1,4 @@
-// The module that this code is in, and the type library that is its first resource.
+// The module that this code is in, and the type library that is its resource.
 #pragma once
 
 #include <windows.h>

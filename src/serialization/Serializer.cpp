@@ -108,23 +108,14 @@ void write(Root& root, const Outgoing& property) {
     if (property.kind == SerializeAsTag) root.append(name, formatted(property));
 }
 
-VARIANT reference(VARTYPE type, void* place) {
-    VARIANT value{};
-    value.vt = VT_BYREF | type;
-    value.byref = place;
-    return value;
-}
-
 }  // namespace
 
 // Handlers may put anything into the references; those to objects are for this event only.
 void Serializer::raiseSerializing(ComPtr<IDispatch> object, Variant& name, Variant& text,
                                   SerializeAsTypes& kind) {
     ComPtr<IDispatch> sender(this);
-    fire(kSerializing,
-         {reference(VT_DISPATCH, sender.GetAddressOf()),
-          reference(VT_DISPATCH, object.GetAddressOf()), reference(VT_BSTR, &name.bstrVal),
-          reference(VT_BSTR, &text.bstrVal), reference(VT_I4, &kind)});
+    fire(kSerializing, {byReference(sender), byReference(object), byReference(name.bstrVal),
+                        byReference(text.bstrVal), byReference(kind)});
 }
 
 HRESULT Serializer::Serialize(IDispatch** thisInstance, BSTR rootTag, BSTR* propertiesList,

@@ -1,69 +1,40 @@
-// A socket control, whoever made it, driven by the names of its members and events.
+// A socket control of a caller's, driven by the names of its members and events.
 #pragma once
 
-#include <functional>
 #include <optional>
-#include <span>
-#include <string>
 
-#include "automation/adapter.h"
 #include "automation/event_listener.h"
+#include "automation/late_bound.h"
+#include "system/tcp/socket_control.h"
 
 namespace vela {
 
-// Every function throws what the control raises.
-class AttachedControl {
+class AttachedControl final : public SocketControl {
   public:
-    enum class Event { Connect, ConnectionRequest, DataArrival, SendComplete, Error, Close };
-    using Handler = std::function<void(Event event, std::span<VARIANT> arguments)>;
-
     // Hears the control's events from now on. Throws Error 13 for what is no socket control: it
     // lacks one of the members, or one of the events other than Close.
-    AttachedControl(ComPtr<IDispatch> control, Handler handler);
-    // Leaves the control as it is.
-    ~AttachedControl() = default;
+    AttachedControl(ComPtr<IDispatch> control, SocketEvents& events);
 
-    long localPort() const;
-    void setLocalPort(long port);
-    long remotePort() const;
-    void setRemotePort(long port);
-    std::wstring remoteHost() const;
-    void setRemoteHost(std::wstring_view host);
-    std::wstring remoteAddress() const;
-    short state() const;  // 0 when closed
+    long localPort() const override;
+    void setLocalPort(long port) override;
+    long remotePort() const override;
+    void setRemotePort(long port) override;
+    std::wstring remoteHost() const override;
+    void setRemoteHost(std::wstring_view host) override;
+    std::wstring remoteAddress() const override;
+    short state() const override;
 
-    void close();
-    void listen();
-    void connect();  // to the remote host and port
-    void accept(const VARIANT& request);
-    void send(std::wstring_view text);
-    std::wstring receive();
-    // Closes the control, hearing no event any more.
-    void end();
+    void close() override;
+    void listen() override;
+    void connect() override;
+    void accept(long request) override;
+    void send(std::wstring_view text) override;
+    std::wstring receive() override;
+    void leave() override;
 
   private:
-    enum Member {
-        LocalPort,
-        RemotePort,
-        RemoteHost,
-        RemoteHostIP,
-        State,
-        Close,
-        Listen,
-        Connect,
-        Accept,
-        SendData,
-        GetData,
-        kMembers
-    };
-
-    Variant get(Member member) const;
-    void put(Member member, Variant value);
-    void call(Member member, std::span<VARIANT> arguments = {});
-
-    const ComPtr<IDispatch> control_;
-    DISPID numbers_[kMembers];
-    std::optional<EventListener> events_;
+    mutable LateBound control_;  // remembers the members' numbers
+    std::optional<EventListener> listener_;
 };
 
 }  // namespace vela

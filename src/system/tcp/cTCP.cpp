@@ -1,6 +1,6 @@
 #include "system/tcp/cTCP.h"
 
-#include "system/tcp/Socket.h"
+#include "system/tcp/attached_control.h"
 
 namespace vela {
 
@@ -11,29 +11,13 @@ constexpr DISPID kMensagem = 1;
 constexpr DISPID kMsgEnviada = 2;
 constexpr DISPID kErro = 3;
 
-void initialise(AttachedControl& control, const LONG* localPort, const LONG* remotePort,
+void initialise(SocketControl& control, const LONG* localPort, const LONG* remotePort,
                 const BSTR* host) {
     control.close();
     control.setLocalPort(localPort ? *localPort : 0);
     control.setRemotePort(remotePort ? *remotePort : 0);
     control.setRemoteHost(host ? text(*host) : std::wstring_view());
     control.close();
-}
-
-VARIANT byReference(BSTR& value) {
-    VARIANT argument{};
-    argument.vt = VT_BYREF | VT_BSTR;
-    argument.pbstrVal = &value;
-    return argument;
-}
-
-// An argument of an event, and what stands for it where it is missing or of another kind.
-LONG numberAt(std::span<VARIANT> arguments, std::size_t index) {
-    if (index >= arguments.size()) return 0;
-    return static_cast<LONG>(static_cast<long long>(numberIn(arguments[index]).value_or(0)));
-}
-std::wstring textAt(std::span<VARIANT> arguments, std::size_t index) {
-    return index < arguments.size() ? textOf(arguments[index]) : std::wstring();
 }
 
 }  // namespace
@@ -44,8 +28,11 @@ cTCP::~cTCP() {
 
 HRESULT cTCP::putref_TcpCom(IDispatch* newValue) {
     return guard([&] {
-        control_ = newValue ? attach(newValue) : nullptr;
+        Control attached;
+        SocketEvents& events = *this;
+        if (newValue) attached = std::make_shared<AttachedControl>(newValue, events);
         serving_ = false;
+        if (const Control left = std::exchange(control_, attached)) left->leave();
     });
 }
 
@@ -74,7 +61,7 @@ HRESULT cTCP::get_StatusPorta(SHORT* result) {
 HRESULT cTCP::Inicializar(LONG* portaLocal, LONG* portaRemota, BSTR* nomeServidor) {
     return guard([&] {
         serving_ = false;
-        reporting([&](AttachedControl& control) {
+        reporting([&](SocketControl& control) {
             initialise(control, portaLocal, portaRemota, nomeServidor);
         });
     });
@@ -83,7 +70,7 @@ HRESULT cTCP::Inicializar(LONG* portaLocal, LONG* portaRemota, BSTR* nomeServido
 HRESULT cTCP::IniciarEscuta(VARIANT_BOOL* result) {
     return answer(result, [&] {
         serving_ = false;
-        reporting([](AttachedControl& control) {
+        reporting([](SocketControl& control) {
             control.close();
             control.listen();
         });
@@ -96,7 +83,7 @@ HRESULT cTCP::EnviarMsg(BSTR Msg, LONG* portaLocal, LONG* portaRemota, BSTR* nom
     return answer(result, [&] {
         sent_ = VARIANT_FALSE;
         serving_ = false;
-        reporting([&](AttachedControl& control) {
+        reporting([&](SocketControl& control) {
             pending_ = filter_ + std::wstring(text(Msg));
             if (control.state() > 0) control.close();
             if (portaLocal && *portaLocal) {
@@ -108,71 +95,63 @@ HRESULT cTCP::EnviarMsg(BSTR Msg, LONG* portaLocal, LONG* portaRemota, BSTR* nom
     });
 }
 
-// ---- the control -------------------------------------------------------------------------------
+// ---- what the socket tells ----------------------------------------------------------------------
 
-cTCP::Control cTCP::attach(ComPtr<IDispatch> object) {
-    return std::make_shared<AttachedControl>(
-        std::move(object), [this](AttachedControl::Event event, std::span<VARIANT> arguments) {
-            heard(event, arguments);
-        });
+void cTCP::connected() {
+    reporting([&](SocketControl& control) { control.send(pending_); });
 }
 
+void cTCP::requested(long request) {
+    reporting([&](SocketControl& control) {
+        if (control.state() > 0) control.close();
+        serving_ = true;
+        const bool accepted = reporting([&](SocketControl&) { control.accept(request); });
+        if (!accepted) listenAgain(control);
+    });
+}
+
+void cTCP::arrived() {
+    if (std::exchange(receiving_, true)) return;  // the message was told of; this is beyond its end
+    serving_ = false;
+    reporting([&](SocketControl& control) {
+        reporting([&](SocketControl&) { tellMessage(control); });
+        receiving_ = false;
+        listenAgain(control);
+    });
+}
+
+void cTCP::sent() {
+    reporting([&](SocketControl&) {
+        sent_ = VARIANT_TRUE;
+        fire(kMsgEnviada, {});
+    });
+}
+
+// Who connects and says nothing must not keep others out.
+void cTCP::peerClosed() {
+    reporting([&](SocketControl& control) {
+        if (serving_) listenAgain(control);
+    });
+}
+
+void cTCP::failed(const SocketFailure& failure) {
+    reporting([&](SocketControl& control) {
+        const bool wasServing = std::exchange(serving_, false);
+        fireError(failure);
+        if (wasServing) listenAgain(control);
+    });
+}
+
+// ---- the socket ---------------------------------------------------------------------------------
+
 cTCP::Control cTCP::control() {
-    if (!control_) control_ = attach(make<Socket>());
+    SocketEvents& events = *this;
+    if (!control_) control_ = std::make_shared<MessageSocket>(events, limits_);
     return control_;
 }
 
-void cTCP::heard(AttachedControl::Event event, std::span<VARIANT> arguments) {
-    using Event = AttachedControl::Event;
-    const ComPtr<_cTCP> alive = this;
-    reporting([&](AttachedControl& control) {
-        switch (event) {
-            case Event::Connect: return control.send(pending_);
-            case Event::ConnectionRequest: return accept(control, arguments);
-            case Event::DataArrival: return receive(control);
-            case Event::SendComplete: sent_ = VARIANT_TRUE; return fire(kMsgEnviada, {});
-            case Event::Error: return failed(control, arguments);
-            case Event::Close:
-                // Who connects and says nothing must not keep others out.
-                if (serving_) listenAgain(control);
-                return;
-        }
-    });
-}
-
-void cTCP::accept(AttachedControl& control, std::span<VARIANT> arguments) {
-    if (arguments.empty()) return;
-    if (control.state() > 0) control.close();
-    serving_ = true;
-    if (!reporting([&](AttachedControl&) { control.accept(arguments[0]); })) listenAgain(control);
-}
-
-void cTCP::receive(AttachedControl& control) {
-    if (std::exchange(receiving_, true)) return;  // the message was told of; this is beyond its end
-    serving_ = false;
-    reporting([&](AttachedControl&) {
-        const std::wstring data = control.receive();
-        if (!data.starts_with(filter_)) return;
-        fireMessage(std::wstring_view(data).substr(filter_.size()), control.remoteHost(),
-                    control.remoteAddress());
-    });
-    receiving_ = false;
-    listenAgain(control);
-}
-
-void cTCP::failed(AttachedControl& control, std::span<VARIANT> arguments) {
-    // Erro reports it: no message box on top of that.
-    if (arguments.size() > 6 && arguments[6].vt == (VT_BYREF | VT_BOOL)) {
-        *arguments[6].pboolVal = VARIANT_TRUE;
-    }
-    const bool wasServing = std::exchange(serving_, false);
-    fireError(static_cast<SHORT>(numberAt(arguments, 0)), textAt(arguments, 1),
-              numberAt(arguments, 2), textAt(arguments, 3));
-    if (wasServing) listenAgain(control);
-}
-
 // Unless a handler has attached another control meanwhile.
-void cTCP::listenAgain(const AttachedControl& served) {
+void cTCP::listenAgain(const SocketControl& served) {
     if (control_.get() != &served) return;
     serving_ = false;
     control_->close();
@@ -181,38 +160,34 @@ void cTCP::listenAgain(const AttachedControl& served) {
 
 // ---- events ------------------------------------------------------------------------------------
 
+// Handlers may let go of the control, and of this object.
 template <class Body>
 bool cTCP::reporting(Body&& body) {
+    const ComPtr<_cTCP> alive = this;
     const HRESULT failure = guard([&] {
         const Control held = control();
         body(*held);
     });
     if (SUCCEEDED(failure)) return true;
-    EXCEPINFO error;
-    fillException(failure, &error);
-    const Bstr source = Bstr::owning(error.bstrSource);
-    const Bstr description = Bstr::owning(error.bstrDescription);
-    SysFreeString(error.bstrHelpFile);
-    fireError(static_cast<SHORT>(failure & 0xFFFF), description.view(), failure, source.view());
+    fireError(failureOf(recordedError(failure)));
     return false;
 }
 
-void cTCP::fireMessage(std::wstring_view message, std::wstring_view host,
-                       std::wstring_view address) {
-    Variant values[] = {Variant(message), Variant(host), Variant(address)};
-    fire(kMensagem, {byReference(values[0].bstrVal), byReference(values[1].bstrVal),
-                     byReference(values[2].bstrVal)});
+void cTCP::tellMessage(SocketControl& control) {
+    const std::wstring data = control.receive();
+    if (!data.starts_with(filter_)) return;
+    Variant message(std::wstring_view(data).substr(filter_.size()));
+    Variant host(control.remoteHost());
+    Variant address(control.remoteAddress());
+    fire(kMensagem,
+         {byReference(message.bstrVal), byReference(host.bstrVal), byReference(address.bstrVal)});
 }
 
-void cTCP::fireError(SHORT number, std::wstring_view description, LONG code,
-                     std::wstring_view source) {
-    Variant described(description);
-    Variant from(source);
-    VARIANT numbered{};
-    numbered.vt = VT_I2;
-    numbered.iVal = number;
-    const Variant coded(code);
-    fire(kErro, {numbered, byReference(described.bstrVal), coded, from});
+void cTCP::fireError(const SocketFailure& failure) {
+    Variant description(failure.description);
+    const Variant source(failure.source);
+    fire(kErro, {byValue(failure.number), byReference(description.bstrVal), Variant(failure.code),
+                 source});
 }
 
 HRESULT ClassOf<_cTCP>::create(REFIID id, void** result) { return createObject<cTCP>(id, result); }

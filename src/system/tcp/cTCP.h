@@ -1,15 +1,15 @@
 // Short text messages over TCP, one per connection, through a socket control.
 #pragma once
 
-#include <memory>
-
 #include "contract.h"
-#include "system/tcp/attached_control.h"
+#include "system/tcp/message_socket.h"
 
 namespace vela {
 
-class cTCP final : public Object<cTCP, _cTCP> {
+class cTCP final : public Object<cTCP, _cTCP>, private SocketEvents {
   public:
+    // The limits are those of a socket of its own.
+    explicit cTCP(const SocketLimits& limits = {}) : limits_(limits) {}
     ~cTCP() override;
 
     HRESULT STDMETHODCALLTYPE putref_TcpCom(IDispatch* newValue) override;
@@ -27,24 +27,25 @@ class cTCP final : public Object<cTCP, _cTCP> {
                                         BSTR* nomeServidor, VARIANT_BOOL* result) override;
 
   private:
-    using Control = std::shared_ptr<AttachedControl>;
+    using Control = std::shared_ptr<SocketControl>;
 
-    Control attach(ComPtr<IDispatch> object);
-    // The attached control, or else one of the library's own, made on the first need.
+    void connected() override;
+    void requested(long request) override;
+    void arrived() override;
+    void sent() override;
+    void peerClosed() override;
+    void failed(const SocketFailure& failure) override;
+
+    // The attached control, or else a socket of the library's own, made on the first need.
     Control control();
-    void heard(AttachedControl::Event event, std::span<VARIANT> arguments);
-    void accept(AttachedControl& control, std::span<VARIANT> arguments);
-    void receive(AttachedControl& control);
-    void failed(AttachedControl& control, std::span<VARIANT> arguments);
-    void listenAgain(const AttachedControl& served);
-
+    void tellMessage(SocketControl& control);
+    void listenAgain(const SocketControl& served);
     // Runs `body(control)`; what it throws becomes the event Erro. True when nothing failed.
     template <class Body>
     bool reporting(Body&& body);
-    void fireMessage(std::wstring_view message, std::wstring_view host, std::wstring_view address);
-    void fireError(SHORT number, std::wstring_view description, LONG code,
-                   std::wstring_view source);
+    void fireError(const SocketFailure& failure);
 
+    const SocketLimits limits_;
     Control control_;
     std::wstring filter_;
     std::wstring pending_;

@@ -6,9 +6,9 @@
 
 #include <algorithm>
 #include <array>
-#include <memory>
 
 #include "runtime/type_library.h"
+#include "text/ansi_bytes.h"
 
 namespace vela {
 
@@ -21,6 +21,11 @@ constexpr UINT kTick = 50;  // milliseconds
 
 void require(int result) {
     if (result == SOCKET_ERROR) raiseSocketError(WSAGetLastError());
+}
+
+u_short portIn(long value) {
+    if (value < 0 || value > 0xFFFF) raise(RuntimeError::InvalidProcedureCall);
+    return static_cast<u_short>(value);
 }
 
 sockaddr_in endpoint(ULONG address, u_short port) {
@@ -90,34 +95,48 @@ void startResolving(std::unique_ptr<Resolution> resolution) {
 
 }  // namespace
 
-MessageSocket::MessageSocket(SocketEvents& events, IUnknown& owner, const SocketLimits& limits)
-    : events_(events), owner_(owner), limits_(limits), window_(*this, L"VelaUtil10.Socket") {}
+MessageSocket::MessageSocket(SocketEvents& events, const SocketLimits& limits)
+    : events_(&events), limits_(limits), window_(*this, L"VelaUtil10.Socket") {}
 
-MessageSocket::~MessageSocket() { close(); }
+// ---- its places ---------------------------------------------------------------------------------
 
 u_short MessageSocket::boundPort() const {
     sockaddr_in place{};
     int size = sizeof place;
-    const SocketHandle& bound = state_ == SocketState::Listening ? listener_ : socket_;
+    const bool listening = connection_.state == SocketState::Listening;
+    const SocketHandle& bound = listening ? listener_ : connection_.socket;
     if (bound) getsockname(bound.get(), reinterpret_cast<sockaddr*>(&place), &size);
-    return place.sin_port ? ntohs(place.sin_port) : localPort;
+    return place.sin_port ? ntohs(place.sin_port) : localPort_;
 }
 
-bool MessageSocket::findPeer() {
-    int size = sizeof peer_;
-    return getpeername(socket_.get(), reinterpret_cast<sockaddr*>(&peer_), &size) == 0;
+void MessageSocket::setLocalPort(long port) { localPort_ = portIn(port); }
+
+long MessageSocket::remotePort() const {
+    return connection_.accepted ? ntohs(peer().sin_port) : remotePort_;
 }
 
-const sockaddr_in& MessageSocket::peer() {
-    if (accepted_ && !peer_.sin_port) findPeer();
-    return peer_;
+void MessageSocket::setRemotePort(long port) { remotePort_ = portIn(port); }
+
+std::wstring MessageSocket::remoteHost() const {
+    return connection_.accepted ? remoteAddress() : remoteHost_;
 }
 
-std::wstring MessageSocket::peerAddress() {
+std::wstring MessageSocket::remoteAddress() const {
     std::array<wchar_t, INET_ADDRSTRLEN> dotted{};
     const IN_ADDR& address = peer().sin_addr;
     if (address.s_addr) InetNtopW(AF_INET, &address, dotted.data(), dotted.size());
     return dotted.data();
+}
+
+bool MessageSocket::findPeer() const {
+    int size = sizeof connection_.peer;
+    return getpeername(connection_.socket.get(), reinterpret_cast<sockaddr*>(&connection_.peer),
+                       &size) == 0;
+}
+
+const sockaddr_in& MessageSocket::peer() const {
+    if (connection_.accepted && !connection_.peer.sin_port) findPeer();
+    return connection_.peer;
 }
 
 // ---- what the owner asks for -------------------------------------------------------------------
@@ -129,52 +148,61 @@ void MessageSocket::close() {
 
 void MessageSocket::listen() {
     reset(SocketState::Closed);
-    const bool kept = listener_ && listenerPort_ == localPort;
-    SocketHandle listener = kept ? std::move(listener_) : newListener(localPort);
+    const bool kept = listener_ && listenerPort_ == localPort_;
+    SocketHandle listener = kept ? std::move(listener_) : newListener(localPort_);
     if (!kept || somebodyWaits_) {
         require(WSAAsyncSelect(listener.get(), window_.get(), kListening, FD_ACCEPT));
     }
     somebodyWaits_ = false;
     listener_ = std::move(listener);
-    state_ = SocketState::Listening;
-    if (localPort == 0) localPort = boundPort();
-    listenerPort_ = localPort;
+    connection_.state = SocketState::Listening;
+    if (localPort_ == 0) localPort_ = boundPort();
+    listenerPort_ = localPort_;
 }
 
 void MessageSocket::connect() {
     close();
-    if (remoteHost.empty()) raiseSocketError(WSAEADDRNOTAVAIL);
-    peer_ = endpoint(0, remotePort);
-    if (InetPtonW(AF_INET, remoteHost.c_str(), &peer_.sin_addr) == 1) return connectToPeer();
-    state_ = SocketState::ResolvingHost;
+    if (remoteHost_.empty()) raiseSocketError(WSAEADDRNOTAVAIL);
+    connection_.peer = endpoint(0, remotePort_);
+    IN_ADDR& address = connection_.peer.sin_addr;
+    if (InetPtonW(AF_INET, remoteHost_.c_str(), &address) == 1) return connectToPeer();
+    connection_.state = SocketState::ResolvingHost;
     startResolving(
-        std::unique_ptr<Resolution>(new Resolution{window_.get(), message_, remoteHost}));
+        std::unique_ptr<Resolution>(new Resolution{window_.get(), message_, remoteHost_}));
 }
 
 void MessageSocket::accept(long request) {
     if (!requested_ || request != request_) raise(RuntimeError::InvalidProcedureCall);
     reset(SocketState::Closed);
     watch(std::exchange(requested_, SocketHandle()), SocketState::Connected, kConnectionEvents);
-    accepted_ = true;
+    connection_.accepted = true;
     waitFor(limits_.silence);
 }
 
-void MessageSocket::send(std::string_view bytes) {
-    if (state_ != SocketState::Connected && state_ != SocketState::PeerClosing) {
+void MessageSocket::send(std::wstring_view text) {
+    const SocketState state = connection_.state;
+    if (state != SocketState::Connected && state != SocketState::PeerClosing) {
         raiseSocketError(WSAENOTCONN);
     }
-    outgoing_.append(bytes);
-    sending_ = true;
-    if (!std::exchange(due_, true)) {
-        PostMessageW(window_.get(), message_, socket_.get(), FD_WRITE);
+    connection_.outgoing.append(ansiBytes(text));
+    connection_.sending = true;
+    if (!std::exchange(connection_.sendQueued, true)) {
+        PostMessageW(window_.get(), message_, connection_.socket.get(), FD_WRITE);
     }
+}
+
+std::wstring MessageSocket::receive() { return ansiText(std::exchange(connection_.received, {})); }
+
+void MessageSocket::leave() {
+    events_ = nullptr;
+    close();
 }
 
 // ---- what the platform tells -------------------------------------------------------------------
 
 bool MessageSocket::handle(UINT message, WPARAM first, LPARAM second) {
     if (message != WM_TIMER && message < WM_APP) return false;
-    const ComPtr<IUnknown> alive = &owner_;
+    const auto alive = shared_from_this();
     const bool nested = std::exchange(handling_, true);
     try {
         dispatch(message, first, second);
@@ -193,7 +221,7 @@ void MessageSocket::dispatch(UINT message, WPARAM first, LPARAM second) {
         requested(WSAGETSELECTERROR(second));
     } else if (message != message_) {
         return;
-    } else if (state_ == SocketState::ResolvingHost) {
+    } else if (connection_.state == SocketState::ResolvingHost) {
         resolved(static_cast<ULONG>(first), static_cast<int>(second));
     } else {
         happened(WSAGETSELECTEVENT(second), WSAGETSELECTERROR(second));
@@ -203,7 +231,7 @@ void MessageSocket::dispatch(UINT message, WPARAM first, LPARAM second) {
 void MessageSocket::happened(int event, int error) {
     if (error) return fail(error);
     switch (event) {
-        case FD_READ: return receive(false);
+        case FD_READ: return gather(false);
         case FD_CLOSE: return peerEnded();
         case FD_WRITE: return sendRest();
         case FD_CONNECT: return connected();
@@ -214,128 +242,137 @@ void MessageSocket::happened(int event, int error) {
 // What is sent meanwhile goes right afterwards.
 void MessageSocket::connected() {
     const UINT current = message_;
-    state_ = SocketState::Connected;
-    due_ = true;
-    events_.connected();
+    connection_.state = SocketState::Connected;
+    connection_.sendQueued = true;
+    tell(&SocketEvents::connected);
     if (message_ == current) sendRest();
 }
 
 void MessageSocket::resolved(ULONG address, int error) {
     if (error) return fail(error);
-    state_ = SocketState::HostResolved;
-    peer_.sin_addr.s_addr = address;
+    connection_.state = SocketState::HostResolved;
+    connection_.peer.sin_addr.s_addr = address;
     try {
         connectToPeer();
     } catch (const Error& failure) {
-        events_.failed(failure);
+        tell(&SocketEvents::failed, failureOf(failure));
     }
 }
 
 void MessageSocket::requested(int error) {
-    if (state_ != SocketState::Listening) {
+    if (connection_.state != SocketState::Listening) {
         somebodyWaits_ = true;
         return;
     }
     if (error) return fail(error);
     requested_ = SocketHandle(::accept(listener_.get(), nullptr, nullptr));
     if (!requested_) return;  // who asked has gone again
-    events_.requested(++request_);
+    tell(&SocketEvents::requested, ++request_);
     requested_.reset();
 }
 
-void MessageSocket::receive(bool toTheEnd) {
-    if (state_ != SocketState::Connected) return;
-    if (received_.empty()) begun_ = GetTickCount();
+void MessageSocket::gather(bool toTheEnd) {
+    if (connection_.state != SocketState::Connected) return;
+    std::string& received = connection_.received;
+    if (received.empty()) connection_.begun = GetTickCount();
     std::array<char, kPiece> piece;
     int count = 0;
     do {
-        count = recv(socket_.get(), piece.data(), static_cast<int>(piece.size()), 0);
+        count = recv(connection_.socket.get(), piece.data(), static_cast<int>(piece.size()), 0);
         if (count == SOCKET_ERROR) {
             if (const int code = WSAGetLastError(); code != WSAEWOULDBLOCK) return fail(code);
             break;
         }
-        received_.append(piece.data(), static_cast<std::size_t>(count));
-        if (received_.size() > limits_.largest) return fail(WSAEMSGSIZE);
+        received.append(piece.data(), static_cast<std::size_t>(count));
+        if (received.size() > limits_.largest) return fail(WSAEMSGSIZE);
     } while (count == static_cast<int>(piece.size()) || (toTheEnd && count > 0));
-    if (received_.empty()) return;
-    if (GetTickCount() - begun_ > limits_.longest) return fail(WSAETIMEDOUT);
+    if (received.empty()) return;
+    if (GetTickCount() - connection_.begun > limits_.longest) return fail(WSAETIMEDOUT);
     waitFor(limits_.pause);
 }
 
 void MessageSocket::sendRest() {
-    due_ = false;
-    if (!sending_) return;
-    while (gone_ < outgoing_.size()) {
-        const int size = static_cast<int>(std::min(outgoing_.size() - gone_, kPiece));
-        const int count = ::send(socket_.get(), outgoing_.data() + gone_, size, 0);
+    connection_.sendQueued = false;
+    if (!connection_.sending) return;
+    const std::string& all = connection_.outgoing;
+    std::size_t& sent = connection_.sentBytes;
+    while (sent < all.size()) {
+        const int size = static_cast<int>(std::min(all.size() - sent, kPiece));
+        const int count = ::send(connection_.socket.get(), all.data() + sent, size, 0);
         if (count == SOCKET_ERROR) {
             const int code = WSAGetLastError();
             return code == WSAEWOULDBLOCK ? waitForRoom() : fail(code);
         }
-        gone_ += static_cast<std::size_t>(count);
+        sent += static_cast<std::size_t>(count);
     }
-    sending_ = false;
-    outgoing_ = {};
-    gone_ = 0;
-    ended_ = true;
-    shutdown(socket_.get(), SD_SEND);
-    events_.sent();
+    connection_.sending = false;
+    connection_.outgoing = {};
+    sent = 0;
+    connection_.ended = true;
+    shutdown(connection_.socket.get(), SD_SEND);
+    tell(&SocketEvents::sent);
 }
 
 void MessageSocket::waitForRoom() {
-    due_ = true;
-    WSAAsyncSelect(socket_.get(), window_.get(), message_, kConnectionEvents | FD_WRITE);
+    connection_.sendQueued = true;
+    WSAAsyncSelect(connection_.socket.get(), window_.get(), message_, kConnectionEvents | FD_WRITE);
 }
 
 void MessageSocket::peerEnded() {
     const UINT current = message_;
     u_long left = 0;
-    ioctlsocket(socket_.get(), FIONREAD, &left);
-    if (left > 0) receive(true);
+    ioctlsocket(connection_.socket.get(), FIONREAD, &left);
+    if (left > 0) gather(true);
     if (message_ != current) return;
     // Not every platform tells a reset from an end in good order, after which there still is a
     // peer.
-    if (!ended_ && !findPeer()) return fail(WSAECONNRESET);
-    state_ = SocketState::PeerClosing;
+    if (!connection_.ended && !findPeer()) return fail(WSAECONNRESET);
+    connection_.state = SocketState::PeerClosing;
     deliver();
-    if (message_ == current) events_.peerClosed();
+    if (message_ == current) tell(&SocketEvents::peerClosed);
 }
 
 void MessageSocket::tick() {
-    if (!waiting_) {
+    if (!connection_.deadline) {
         KillTimer(window_.get(), kTimer);
         ticking_ = false;
-    } else if (static_cast<LONG>(GetTickCount() - deadline_) >= 0) {
+    } else if (static_cast<LONG>(GetTickCount() - *connection_.deadline) >= 0) {
         timedOut();
     }
 }
 
 void MessageSocket::timedOut() {
-    if (received_.empty()) fail(WSAETIMEDOUT);
+    if (connection_.received.empty()) fail(WSAETIMEDOUT);
     else deliver();
 }
 
 void MessageSocket::deliver() {
-    waiting_ = false;
-    if (!received_.empty()) events_.arrived(received_.size());
+    connection_.deadline.reset();
+    if (!connection_.received.empty()) tell(&SocketEvents::arrived);
 }
 
 void MessageSocket::fail(int code) {
     reset(SocketState::Error);
-    events_.failed(socketError(code));
+    tell(&SocketEvents::failed, failureOf(socketError(code)));
+}
+
+template <class Event, class... Arguments>
+void MessageSocket::tell(Event event, const Arguments&... arguments) {
+    if (events_) (events_->*event)(arguments...);
 }
 
 // ---- sockets -----------------------------------------------------------------------------------
 
 void MessageSocket::dropUnusedListener() {
-    if (!handling_ && !accepted_ && state_ != SocketState::Listening) listener_.reset();
+    const bool listening = connection_.state == SocketState::Listening;
+    if (!handling_ && !connection_.accepted && !listening) listener_.reset();
 }
 
 void MessageSocket::watch(SocketHandle socket, SocketState state, long events) {
     nextMessage();
     require(WSAAsyncSelect(socket.get(), window_.get(), message_, events));
-    socket_ = std::move(socket);
-    state_ = state;
+    connection_.socket = std::move(socket);
+    connection_.state = state;
 }
 
 // 0, or the error code.
@@ -347,39 +384,31 @@ int MessageSocket::startConnecting(u_short port) {
     } catch (const Error& failure) {
         return failure.number & 0xFFFF;
     }
-    if (::connect(socket_.get(), general(peer_), sizeof peer_) == 0) return 0;
+    const sockaddr_in& peer = connection_.peer;
+    if (::connect(connection_.socket.get(), general(peer), sizeof peer) == 0) return 0;
     const int code = WSAGetLastError();
     return code == WSAEWOULDBLOCK ? 0 : code;
 }
 
 void MessageSocket::connectToPeer() {
-    int code = startConnecting(localPort);
-    if (localPort && (code == WSAEADDRINUSE || code == WSAEADDRNOTAVAIL)) code = startConnecting(0);
+    int code = startConnecting(localPort_);
+    const bool occupied = code == WSAEADDRINUSE || code == WSAEADDRNOTAVAIL;
+    if (localPort_ && occupied) code = startConnecting(0);
     if (!code) return;
     reset(SocketState::Error);
     raiseSocketError(code);
 }
 
 void MessageSocket::reset(SocketState state) {
-    waiting_ = false;
-    socket_.reset();
-    state_ = state;
+    connection_ = Connection();
+    connection_.state = state;
     nextMessage();
-    peer_ = {};
-    accepted_ = false;
-    received_.clear();
-    outgoing_.clear();
-    gone_ = 0;
-    sending_ = false;
-    due_ = false;
-    ended_ = false;
 }
 
 void MessageSocket::nextMessage() { message_ = kListening + 1 + (message_ - kListening) % 0x3000; }
 
 void MessageSocket::waitFor(DWORD milliseconds) {
-    deadline_ = GetTickCount() + milliseconds;
-    waiting_ = true;
+    connection_.deadline = GetTickCount() + milliseconds;
     if (!ticking_) ticking_ = SetTimer(window_.get(), kTimer, kTick, nullptr) != 0;
 }
 

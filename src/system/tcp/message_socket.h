@@ -7,12 +7,12 @@
 #pragma once
 
 #include <cstddef>
-#include <string>
-#include <string_view>
+#include <memory>
+#include <optional>
 
-#include "automation/error.h"
 #include "runtime/message_window.h"
 #include "runtime/winsock.h"
+#include "system/tcp/socket_control.h"
 
 namespace vela {
 
@@ -37,64 +37,63 @@ struct SocketLimits {
     std::size_t largest = std::size_t{4} << 20;  // bytes of one message
 };
 
-// What happens to a socket; called from the message loop. Each may close the socket, use it anew,
-// or let go of its owner.
-class SocketEvents {
+// Events come from the message loop. Methods that cannot do their work throw the socket's Error.
+// Made by std::make_shared: it lives on while it tells of an event.
+class MessageSocket final : public SocketControl,
+                            public std::enable_shared_from_this<MessageSocket>,
+                            private MessageHandler {
   public:
-    virtual void connected() = 0;
-    virtual void requested(long request) = 0;
-    virtual void arrived(std::size_t bytes) = 0;
-    virtual void sent() = 0;
-    virtual void peerClosed() = 0;
-    virtual void failed(const Error& error) = 0;
+    // `events` must live until leave().
+    explicit MessageSocket(SocketEvents& events, const SocketLimits& limits = {});
 
-  protected:
-    ~SocketEvents() = default;
-};
-
-// Methods that cannot do their work throw the socket's Error.
-class MessageSocket final : private MessageHandler {
-  public:
-    // `owner` is kept alive while it is told of an event; both outlive the socket.
-    MessageSocket(SocketEvents& events, IUnknown& owner, const SocketLimits& limits = {});
-    ~MessageSocket();
-
-    // For the next listen() or connect(); ports are 0 to 65535.
-    std::wstring remoteHost;
-    u_short remotePort = 0;
-    u_short localPort = 0;
-
-    SocketState state() const { return state_; }
-    // The port that the socket has, or else localPort.
-    u_short boundPort() const;
-    // Whether the connection was accepted, and thus has a peer of its own.
-    bool accepted() const { return accepted_; }
-    u_short peerPort() { return ntohs(peer().sin_port); }
+    // The port that the socket has, or else the one that was set.
+    long localPort() const override { return boundPort(); }
+    // Ports are 0 to 65535, for the next listen() or connect().
+    void setLocalPort(long port) override;
+    long remotePort() const override;
+    void setRemotePort(long port) override;
+    std::wstring remoteHost() const override;
+    void setRemoteHost(std::wstring_view host) override { remoteHost_ = host; }
     // Dotted; empty without a connection.
-    std::wstring peerAddress();
+    std::wstring remoteAddress() const override;
+    short state() const override { return static_cast<short>(connection_.state); }
 
     // Called during an event, it frees the port when the event is over, unless the socket listens
     // again by then.
-    void close();
-    // At local port 0 the system chooses one, which becomes localPort.
-    void listen();
-    // Leaves from localPort, unless an earlier connection still occupies it.
-    void connect();
-    // Only while requested() is told of `request`.
-    void accept(long request);
-    void send(std::string_view bytes);
-    // What has arrived and was not taken yet.
-    std::string take() { return std::exchange(received_, {}); }
+    void close() override;
+    // At local port 0 the system chooses one, which becomes the local port.
+    void listen() override;
+    // Leaves from the local port, unless an earlier connection still occupies it.
+    void connect() override;
+    void accept(long request) override;
+    void send(std::wstring_view text) override;
+    std::wstring receive() override;
+    void leave() override;
 
   private:
     static constexpr UINT kListening = WM_APP;  // the number of the listener's messages
+
+    struct Connection {
+        SocketState state = SocketState::Closed;
+        SocketHandle socket;
+        bool accepted = false;
+        mutable sockaddr_in peer{};  // of an accepted connection, found when asked for
+        std::string received;
+        DWORD begun = 0;                // the tick count at the first byte
+        std::optional<DWORD> deadline;  // the tick count at which what is waited for is given up
+        std::string outgoing;
+        std::size_t sentBytes = 0;  // of outgoing
+        bool sending = false;
+        bool sendQueued = false;  // sendRest() is going to be called
+        bool ended = false;       // this side of the connection
+    };
 
     bool handle(UINT message, WPARAM first, LPARAM second) override;
     void dispatch(UINT message, WPARAM first, LPARAM second);
     void happened(int event, int error);
     void resolved(ULONG address, int error);
     void requested(int error);
-    void receive(bool toTheEnd);
+    void gather(bool toTheEnd);
     void connected();
     void sendRest();
     void waitForRoom();
@@ -103,9 +102,13 @@ class MessageSocket final : private MessageHandler {
     void timedOut();
     void deliver();
     void fail(int code);
+    // Tells nobody once the socket was left.
+    template <class Event, class... Arguments>
+    void tell(Event event, const Arguments&... arguments);
 
-    const sockaddr_in& peer();
-    bool findPeer();
+    u_short boundPort() const;
+    const sockaddr_in& peer() const;
+    bool findPeer() const;
     void dropUnusedListener();
     void watch(SocketHandle socket, SocketState state, long events);
     int startConnecting(u_short port);
@@ -114,15 +117,16 @@ class MessageSocket final : private MessageHandler {
     void nextMessage();
     void waitFor(DWORD milliseconds);
 
-    SocketEvents& events_;
-    IUnknown& owner_;
+    SocketEvents* events_;  // null once it was left
     const SocketLimits limits_;
     const Winsock winsock_;
     const MessageWindow window_;
+    std::wstring remoteHost_;
+    u_short remotePort_ = 0;
+    u_short localPort_ = 0;
     // The number of the messages of what is under way: those of earlier sockets may still come.
     UINT message_ = kListening + 1;
-    SocketState state_ = SocketState::Closed;
-    SocketHandle socket_;
+    Connection connection_;
     // Stays while a connection that it brought lasts, and while an event is handled.
     SocketHandle listener_;
     u_short listenerPort_ = 0;
@@ -130,18 +134,7 @@ class MessageSocket final : private MessageHandler {
     bool handling_ = false;
     SocketHandle requested_;
     long request_ = 0;
-    sockaddr_in peer_{};  // of an accepted connection, found when asked for
-    bool accepted_ = false;
-    DWORD begun_ = 0;     // the tick count at the first byte
-    DWORD deadline_ = 0;  // the tick count at which what is waited for is given up
-    bool waiting_ = false;
     bool ticking_ = false;  // The timer runs on between messages: starting it anew takes longer.
-    std::string received_;
-    std::string outgoing_;
-    std::size_t gone_ = 0;  // how much of outgoing_ was sent
-    bool sending_ = false;
-    bool due_ = false;    // sendRest() is going to be called
-    bool ended_ = false;  // this side of the connection
 };
 
 }  // namespace vela

@@ -85,6 +85,10 @@ TEST_F(SystemTcpControl, ReportsItsErrorsAndListensOn) {
     fail();
     EXPECT_EQ(endpoint.log(), L"Erro:10060:text:-7:there ");
     EXPECT_TRUE(isTrue(cancelDisplay));
+    VARIANT null{};
+    null.vt = VT_NULL;
+    control_->raise(L"Error", {arg(short{7}), null});  // what is there of it
+    EXPECT_EQ(endpoint.log(), L"Erro:7::0: ");
     control_->raise(L"Close");
     EXPECT_EQ(control_->log(), L"");
     // With somebody accepted who says nothing, the listener goes on.
@@ -142,15 +146,28 @@ TEST_F(SystemTcpControl, IsLetGo) {
         EXPECT_EQ(endpoint.log(), L"");
         EXPECT_EQ(endpoint.state(), 0);  // of a socket of the library's own
 
-        // From within an event.
+        // From within an event, and heard no more then.
         endpoint.attach(control_.Get());
-        endpoint.onEvent = [&] { endpoint.attach(second.Get()); };
+        endpoint.onEvent = [&] {
+            endpoint.attach(second.Get());
+            control_->raise(L"SendComplete");
+        };
         control_->raise(L"DataArrival", {arg(1L)});
+        EXPECT_EQ(endpoint.log(), L"Mensagem:::10.0.0.7 ");
         EXPECT_EQ(control_->log(), L"GetData:8 ");
         EXPECT_EQ(second->log(), L"");
     }
     EXPECT_EQ(second->log(), L"Close ");
     EXPECT_EQ(control_->log(), L"");
+
+    // With the last reference to the object.
+    test::Endpoint endpoint;
+    endpoint.attach(control_.Get());
+    endpoint.onEvent = [&] { endpoint.tcp.Reset(); };
+    control_->raise(L"DataArrival", {arg(1L)});
+    EXPECT_EQ(control_->log(), L"GetData:8 Close Listen Close ");
+    EXPECT_EQ(control_->AddRef(), 2u);
+    control_->Release();
 }
 
 }  // namespace

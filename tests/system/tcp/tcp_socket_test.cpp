@@ -1,4 +1,5 @@
 // Messages through the library's own socket: whole, in order, and whatever the peer does.
+#include "system/tcp/fake_control.h"
 #include "system/tcp/tcp_support.h"
 #include "text/ansi_bytes.h"
 
@@ -25,6 +26,10 @@ class Plain {
     // As much of it as there is room for.
     void say(const std::string& bytes) {
         send(socket_.get(), bytes.data(), static_cast<int>(bytes.size()), 0);
+    }
+    bool isEnded() const {
+        char byte = 0;
+        return recv(socket_.get(), &byte, 1, 0) == 0;
     }
     void end() { socket_.reset(); }
     void breakOff() {
@@ -119,13 +124,11 @@ TEST_F(SystemTcpSocket, LeavesAHandlerWithANestedLoopAlone) {
 }
 
 TEST_F(SystemTcpSocket, OutlivesWhateverAPeerDoes) {
-    // As handed in by a client, with limits that a test can wait for.
-    SocketLimits limits;
+    SocketLimits limits;  // that a test can wait for
     limits.silence = 200;
     limits.pause = 100;
     limits.longest = 1'000;
-    Endpoint receiver(L"f:");
-    receiver.attach(make<Socket>(limits).Get());
+    Endpoint receiver(L"f:", limits);
     const LONG port = receiver.listen();
     const std::string large(std::size_t{5} << 20, 'x');
     const struct {
@@ -217,22 +220,86 @@ TEST_F(SystemTcpSocket, MayGoAtAnyMoment) {
         resolving.initialise(0, port, L"localhost");
         resolving.send(L"lost");
     }
-    // Held by somebody else, and closed in an event, it frees its port when the event is over.
-    const auto socket = make<Socket>();
+    // Left in an event, its socket closes at once, and frees the port when the event is over.
     Endpoint receiver;
-    receiver.attach(socket.Get());
-    receiver.onEvent = [&] {
-        receiver.attach(nullptr);
-        EXPECT_EQ(socket->Close(), S_OK);
-    };
     port = receiver.listen();
     Plain peer(port);
-    peer.say("last"), peer.end();
+    peer.say("last");
+    receiver.onEvent = [&] {
+        receiver.attach(nullptr);
+        EXPECT_TRUE(pump([&] { return peer.isEnded(); }));
+    };
     ASSERT_TRUE(pump([&] { return receiver.heard(); }));
     EXPECT_FALSE(Plain(port).connected);
     EXPECT_EQ(receiver.log(), message(L"last"));
     EXPECT_EQ(receiver.state(), 0);
-    pump([] { return false; }, 50);
+}
+
+// Whatever a handler lets go of, nothing more is heard, and the port is free afterwards.
+TEST_F(SystemTcpSocket, MayGoInAHandler) {
+    const auto control = adopted(new test::FakeControl);
+    const std::function<void(Endpoint&)> ways[] = {
+        [](Endpoint& told) { told.tcp.Reset(); },
+        [](Endpoint& told) { told.attach(nullptr); },
+        [&](Endpoint& told) { told.attach(control.Get()); },
+    };
+    const LONG free = freePort();
+    const struct {
+        std::function<void(Endpoint& told, Endpoint& other)> begin;
+        std::wstring heard;
+    } cases[] = {
+        {[&](Endpoint& told, Endpoint& other) {
+             told.initialise(free);
+             told.listen();
+             other.initialise(0, free, kHere);
+             other.send(L"last");
+         },
+         message(L"last")},
+        {[](Endpoint& told, Endpoint& other) {
+             told.initialise(0, other.listen(), kHere);
+             told.send(L"x");
+         },
+         L"MsgEnviada "},
+        {[&](Endpoint& told, Endpoint&) {
+             told.initialise(0, free, kHere);
+             told.send(L"x");
+         },
+         error(L"10061:The connection was refused:-2146818227")},
+    };
+    for (const auto& way : ways) {
+        for (const auto& c : cases) {
+            Endpoint other;
+            Endpoint told;
+            told.onEvent = [&] {
+                way(told);
+                pump([] { return false; }, 50);
+            };
+            c.begin(told, other);
+            control->log();  // it was closed with the object before
+            Plain waiting(free);
+            waiting.say("x");
+            ASSERT_TRUE(pump([&] { return told.heard(); }));
+            pump([] { return false; }, 50);
+            EXPECT_EQ(told.log(), c.heard);
+            EXPECT_EQ(control->log(), L"");
+            EXPECT_FALSE(Plain(free).connected);
+        }
+    }
+}
+
+TEST_F(SystemTcpSocket, BeginsTheNextMessageInAHandler) {
+    Endpoint receiver;
+    Endpoint sender;
+    sender.initialise(0, receiver.listen(), kHere);
+    int sent = 0;
+    sender.onEvent = [&] {
+        if (++sent < 3) sender.send(L"x");
+    };
+    int messages = 0;
+    receiver.onEvent = [&] { ++messages; };
+    sender.send(L"x");
+    EXPECT_TRUE(pump([&] { return messages == 3; }));
+    EXPECT_EQ(sender.log(), L"MsgEnviada MsgEnviada MsgEnviada ");
 }
 
 }  // namespace

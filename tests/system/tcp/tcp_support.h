@@ -2,7 +2,6 @@
 #pragma once
 
 #include "automation/late_objects.h"
-#include "system/tcp/Socket.h"
 #include "system/tcp/cTCP.h"
 
 namespace vela::test {
@@ -12,7 +11,8 @@ class Endpoint {
     std::wstring log_;
 
   public:
-    explicit Endpoint(const wchar_t* filter = L"") {
+    explicit Endpoint(const wchar_t* filter = L"", const SocketLimits& limits = {})
+        : tcp(make<cTCP>(limits)) {
         test::listen(static_cast<_cTCP*>(tcp.Get()), __uuidof(__cTCP),
                      [this](DISPID id, WORD, DISPPARAMS& call, auto&&...) {
                          log_ += id == 1 ? L"Mensagem" : id == 2 ? L"MsgEnviada" : L"Erro";
@@ -51,7 +51,7 @@ class Endpoint {
     bool heard() const { return !log_.empty(); }
 
     std::function<void()> onEvent = [] {};
-    const ComPtr<cTCP> tcp = make<cTCP>();
+    ComPtr<cTCP> tcp;
 };
 
 // Runs the message loop until `done`, at most `limit` milliseconds; whether it came to be.

@@ -19,9 +19,6 @@ struct ScriptAdapter : IUnknown {
     virtual IDispatch* original() = 0;  // borrowed
 };
 
-// Whether two pointers are the same object.
-bool sameObject(IUnknown* left, IUnknown* right);
-
 // ---- how one parameter travels outwards ---------------------------------------------------------
 
 template <class Slot>

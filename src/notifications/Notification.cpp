@@ -43,12 +43,12 @@ HRESULT Notification::Notify(VARIANT* notificationParameter,
         const ComPtr<_INotification> self = this;
         const auto arguments = make<NotificationEventArgs>(id_, tag_, notificationParameter);
         Lent<_INotification> sender(this);
-        Lent<_NotificationEventArgs> E(arguments.Get());
+        Lent<_NotificationEventArgs> eventArgs(arguments.Get());
         const auto tell = [&](_INotificationSubscriber* subscriber) {
-            const HRESULT outcome = subscriber->Notify(sender.pass(), E.pass());
+            const HRESULT outcome = subscriber->Notify(sender.pass(), eventArgs.pass());
             if (FAILED(outcome)) checkRecorded(outcome);
             sender.restore(this);
-            E.restore(arguments.Get());
+            eventArgs.restore(arguments.Get());
         };
         if (toThisSubscriber && *toThisSubscriber) {
             const auto target = subscriberIn(toThisSubscriber);

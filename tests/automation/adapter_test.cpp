@@ -48,6 +48,30 @@ TEST_F(AutomationAdapter, CarriesPropertiesArgumentsAndResults) {
     EXPECT_EQ(Bstr::owning(unchanged).view(), L"LPT2:");
 }
 
+// Looking a name up takes a script engine longer than most members do.
+TEST_F(AutomationAdapter, AsksForEachNumberOnce) {
+    class Counting : public test::LateObject {
+      public:
+        HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID id, LPOLESTR* asked, UINT count, LCID locale,
+                                                DISPID* ids) override {
+            ++lookUps;
+            return test::LateObject::GetIDsOfNames(id, asked, count, locale, ids);
+        }
+        int lookUps = 0;
+    };
+    const auto script = adopted(new Counting);
+    script->names = {L"Copies"};
+    script->invoked = [](auto&&...) { return S_OK; };
+    ComPtr<_ISetPrinter> printer;
+    ASSERT_EQ(queryOrAdapt<_ISetPrinter>(script.Get(), &printer), S_OK);
+    for (SHORT copies = 0; copies < 5; ++copies) EXPECT_EQ(printer->put_Copies(copies), S_OK);
+    EXPECT_EQ(script->lookUps, 1);
+    // What is not there yet may be there later.
+    EXPECT_EQ(printer->put_PaperBin(1), static_cast<HRESULT>(0x800A01B6));
+    script->names.push_back(L"PaperBin");
+    EXPECT_EQ(printer->put_PaperBin(1), S_OK);
+}
+
 TEST_F(AutomationAdapter, PassesTheObjectsErrorsOn) {
     constexpr auto kOutOfPaper = static_cast<HRESULT>(0x800A0000 | 482);
     script_->invoked = [](DISPID id, WORD, DISPPARAMS&, VARIANT* result, EXCEPINFO* exception) {

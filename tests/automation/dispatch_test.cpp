@@ -127,6 +127,20 @@ TEST_F(AutomationDispatch, ConvertsArgumentsAndTellsWhichDoNotFit) {
     }
 }
 
+// Members have one face only; the parameter for others is reserved.
+TEST_F(AutomationDispatch, RefusesOtherInterfaces) {
+    const auto object = make<Fake>();
+    DISPPARAMS none{};
+    Variant result;
+    wchar_t name[] = L"UTrim";
+    wchar_t* names[] = {name};
+    DISPID id = 0;
+    EXPECT_EQ(object->GetIDsOfNames(IID_IDispatch, names, 1, 0, &id), DISP_E_UNKNOWNINTERFACE);
+    EXPECT_EQ(
+        object->Invoke(0, IID_IDispatch, 0, DISPATCH_PROPERTYGET, &none, &result, nullptr, nullptr),
+        DISP_E_UNKNOWNINTERFACE);
+}
+
 TEST_F(AutomationDispatch, BindsArgumentsByName) {
     const struct {
         std::vector<const wchar_t*> names;

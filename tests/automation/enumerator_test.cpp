@@ -1,6 +1,8 @@
 // What is handed out for a for-each over a collection.
 #include "automation/enumerator.h"
 
+#include "automation/error.h"
+
 #include "collections/Collection.h"
 #include "support/support.h"
 
@@ -37,6 +39,32 @@ TEST_F(AutomationEnumerator, HandsOutSeveralAtOnceSkipsStartsAgainAndBranchesOff
     EXPECT_EQ(branch->Reset(), S_OK);
     EXPECT_EQ(rest(branch), L"abcd");
     EXPECT_EQ(branch->Skip(1), S_FALSE);
+}
+
+// Fails at its third value.
+class Failing : public VariantSource {
+  public:
+    bool next(VARIANT* value) override {
+        if (++count_ == 3) raise(RuntimeError::Overflow);
+        return store(value, Variant(L"text")), true;
+    }
+    void reset() override {}
+    std::unique_ptr<VariantSource> clone() const override {
+        return std::make_unique<Failing>(*this);
+    }
+
+  private:
+    int count_ = 0;
+};
+
+TEST_F(AutomationEnumerator, HandsOutNothingWhenItFails) {
+    ComPtr<IEnumVARIANT> elements;
+    ASSERT_EQ(makeEnumerator(std::make_unique<Failing>()).As(&elements), S_OK);
+    VARIANT values[4] = {};
+    ULONG fetched = 9;
+    EXPECT_EQ(elements->Next(4, values, &fetched), static_cast<HRESULT>(0x800A0006));
+    EXPECT_EQ(fetched, 0u);
+    for (const VARIANT& value : values) EXPECT_EQ(value.vt, VT_EMPTY);
 }
 
 }  // namespace

@@ -69,6 +69,13 @@ class LateObjectOf : public Face {
 };
 using LateObject = LateObjectOf<IDispatch>;  // nothing but IDispatch
 
+inline bool sameObject(IUnknown* left, IUnknown* right) {
+    ComPtr<IUnknown> identities[2];
+    EXPECT_EQ(left->QueryInterface(IID_PPV_ARGS(&identities[0])), S_OK);
+    EXPECT_EQ(right->QueryInterface(IID_PPV_ARGS(&identities[1])), S_OK);
+    return identities[0].Get() == identities[1].Get();
+}
+
 // Connects `heard` to an object's events, until the object dies.
 inline void listen(IUnknown* source, const IID& events, Invoked heard) {
     ComPtr<IConnectionPointContainer> container;

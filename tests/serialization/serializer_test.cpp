@@ -222,8 +222,8 @@ TEST_F(SerializationSerializer, LetsHandlersChangeOnePropertyEach) {
     const auto* row = table;
     handle([&](const std::vector<VARIANT>& event) {
         EXPECT_EQ(event.size(), 5u);
-        EXPECT_TRUE(sameObject(*event[0].ppdispVal, asObject(serializer_).Get()));
-        EXPECT_TRUE(sameObject(*event[1].ppdispVal, object.Get()));
+        EXPECT_TRUE(test::sameObject(*event[0].ppdispVal, asObject(serializer_).Get()));
+        EXPECT_TRUE(test::sameObject(*event[1].ppdispVal, object.Get()));
         const std::wstring name(text(*event[2].pbstrVal));
         const std::wstring heard = name + L"=" + std::wstring(text(*event[3].pbstrVal)) + L"@" +
                                    std::to_wstring(*event[4].plVal);

@@ -6,6 +6,7 @@
 // per interface that callers may implement.
 #pragma once
 
+#include "automation/counted.h"
 #include "automation/dispatch.h"
 #include "automation/error.h"
 #include "automation/late_bound.h"
@@ -155,7 +156,7 @@ class Returned<ResultPointer<Interface>> {
 // ---- the adapter itself -------------------------------------------------------------------------
 
 template <class Interface>
-class AdapterBase : public Interface, public ScriptAdapter {
+class AdapterBase : LiveObject, public Interface, public ScriptAdapter {
   public:
     explicit AdapterBase(IDispatch* original) : original_(original) {}
     virtual ~AdapterBase() = default;

@@ -1,20 +1,33 @@
-// The base of small objects with one interface of the platform's: reference count and identity.
+// How many objects exist, and the base of small ones with one interface of the platform's:
+// reference count and identity.
 #pragma once
 
 #include <windows.h>
 
 #include <unknwn.h>
 
+#include <atomic>
+
 namespace vela {
+
+// Of all classes: while there are any, the module is in use.
+inline constinit std::atomic<long> liveObjects = 0;
+
+// The first base of whatever others may hold: it counts to the very end of the object, when all the
+// rest of it has let go of what it held.
+struct LiveObject {
+    LiveObject() { ++liveObjects; }
+    LiveObject(const LiveObject&) = delete;
+    LiveObject& operator=(const LiveObject&) = delete;
+
+  protected:
+    ~LiveObject() { --liveObjects; }
+};
 
 // Begins with one reference, which goes to whoever made the object.
 template <class Interface>
-class Counted : public Interface {
+class Counted : LiveObject, public Interface {
   public:
-    Counted() = default;
-    Counted(const Counted&) = delete;
-    Counted& operator=(const Counted&) = delete;
-
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** result) final {
         if (!result) return E_POINTER;
         *result = nullptr;

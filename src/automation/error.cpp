@@ -28,9 +28,10 @@ const wchar_t* describe(RuntimeError error) {
     return L"";
 }
 
-// The system's text for a failure, on one line; empty when it has none.
+// The text for a failure, the system's on one line; empty when it has none.
 struct SystemText {
     explicit SystemText(HRESULT code) {
+        if (code == E_OUTOFMEMORY) return;
         DWORD length =
             FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,
                            static_cast<DWORD>(code), 0, text, ARRAYSIZE(text), nullptr);
@@ -38,7 +39,7 @@ struct SystemText {
         text[length] = L'\0';
     }
 
-    wchar_t text[512];
+    wchar_t text[512] = L"Out of memory";
 };
 
 }  // namespace
@@ -46,6 +47,7 @@ struct SystemText {
 HRESULT record(HRESULT number, const wchar_t* source, const wchar_t* description) noexcept {
     ComPtr<ICreateErrorInfo> creator;
     ComPtr<IErrorInfo> info;
+    SetErrorInfo(0, nullptr);  // should memory end, an earlier one is not this failure's
     if (FAILED(CreateErrorInfo(&creator)) || FAILED(creator.As(&info))) return number;
     creator->SetSource(const_cast<wchar_t*>(source ? source : L""));
     creator->SetDescription(const_cast<wchar_t*>(description ? description : L""));
@@ -58,7 +60,6 @@ HRESULT record(RuntimeError error) noexcept {
 }
 
 HRESULT record(HRESULT failure) noexcept {
-    if (failure == E_OUTOFMEMORY) return record(failure, kLibraryName, L"Out of memory");
     return record(failure, kLibraryName, SystemText(failure).text);
 }
 

@@ -12,18 +12,15 @@
 #include <ocidl.h>
 
 #include <array>
-#include <atomic>
 #include <cstring>
 
 #include "automation/adapter.h"
+#include "automation/counted.h"
 #include "automation/dispatch.h"
 #include "automation/error.h"
 #include "automation/events.h"
 
 namespace vela {
-
-// How many objects exist, of all classes.
-inline constinit std::atomic<long> liveObjects = 0;
 
 // What the type library says of the class whose default interface this is: `Events` (void when it
 // has none), `id()`, and `create(id, result)`, which makes an object for COM and is defined in the
@@ -65,7 +62,8 @@ GUID ownClassId() {
 
 template <class Derived, class DefaultBase, class... Others>
 class Object
-    : public DefaultBase,
+    : LiveObject,
+      public DefaultBase,
       public Others...,
       public ISupportErrorInfo,
       public IProvideClassInfo2,
@@ -73,10 +71,6 @@ class Object
   public:
     using Default = typename InterfaceIn<DefaultBase>::Type;
     using Events = typename ClassOf<Default>::Events;
-
-    Object() { ++liveObjects; }
-    Object(const Object&) = delete;
-    Object& operator=(const Object&) = delete;
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** result) final {
         if (!result) return E_POINTER;
@@ -153,7 +147,7 @@ class Object
 
   protected:
     // Objects begin with one reference, which make() hands to the caller.
-    virtual ~Object() { --liveObjects; }
+    virtual ~Object() = default;
 
   private:
     // Keeps a reference taken and released while the object is being destroyed from destroying it

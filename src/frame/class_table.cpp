@@ -22,8 +22,7 @@ constexpr Entry entry() {
 
 class ClassFactory final : public Counted<IClassFactory> {
   public:
-    explicit ClassFactory(CreateFunction create) : create_(create) { ++liveObjects; }
-    ~ClassFactory() override { --liveObjects; }
+    explicit ClassFactory(CreateFunction create) : create_(create) {}
 
     HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown* outer, REFIID id, void** result) override {
         if (!result) return E_POINTER;

@@ -20,7 +20,7 @@ class Ticking {
 // One timer per slot, all on a message-only window, so that ticks arrive in the message loop of the
 // apartment's thread. A slot knows its pulsar without keeping it alive; only an enabled timer does
 // that. Slot 0 belongs to the first pulsar for good.
-class TimerPool : public std::enable_shared_from_this<TimerPool>, private MessageHandler {
+class TimerPool final : public std::enable_shared_from_this<TimerPool>, private MessageHandler {
   public:
     // The apartment's pool. When the apartment ends, timers enabled then are disabled, and none can
     // be enabled any more.

@@ -14,9 +14,9 @@ struct LiveContexts {
 
     void end() {
         for (UPContext* context : Contexts(*all)) {
-            // One that stops may take others with it.
+            // One that stops may take others with it, and itself.
             quietly([&] {
-                if (all->contains(context)) context->stop();
+                if (all->contains(context)) context->shared_from_this()->stop();
             });
         }
     }

@@ -12,7 +12,7 @@
 
 namespace vela {
 
-class UPContext {
+class UPContext : public std::enable_shared_from_this<UPContext> {
   public:
     // The one that every UPUtil made in the ordinary way uses.
     static std::shared_ptr<UPContext> shared();

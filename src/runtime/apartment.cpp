@@ -47,6 +47,7 @@ class Apartment {
     Apartment(const Apartment&) = delete;
     Apartment& operator=(const Apartment&) = delete;
     ~Apartment() {
+        ending_ = true;
         for (int i = 0; i < kMostEndings && !things_.empty(); ++i) {
             const auto last = std::move(things_.back());
             things_.pop_back();
@@ -65,6 +66,7 @@ class Apartment {
     detail::ApartmentThing& add(std::size_t key, std::unique_ptr<detail::ApartmentThing> thing) {
         return *things_.emplace_back(key, std::move(thing)).second;
     }
+    bool isEnding() const { return ending_; }
     bool holdsCachesOnly() const {
         return std::all_of(things_.begin(), things_.end(),
                            [](const auto& thing) { return thing.second->isCache(); });
@@ -74,6 +76,7 @@ class Apartment {
     // In the order in which they were made.
     std::vector<std::pair<std::size_t, std::unique_ptr<detail::ApartmentThing>>> things_;
     ULARGE_INTEGER cookie_{};
+    bool ending_ = false;
 };
 
 // Plain pointers need no destructor, which a thread could run when the module is gone already.
@@ -81,20 +84,21 @@ constinit thread_local Apartment* current = nullptr;
 
 // It is still this thread's while it ends: what goes may ask for what was made before it.
 void endApartment() {
+    if (current && current->isEnding()) return;
     delete current;
     current = nullptr;
 }
 
 HRESULT ApartmentSpy::PreUninitialize(DWORD references) {
-    if (references == 1 && current) endApartment();
+    if (references == 1) endApartment();
     return S_OK;
 }
 
 }  // namespace
 
 bool releaseIfUnused() {
-    if (liveObjects != 0 || (current && !current->holdsCachesOnly())) return false;
-    if (apartments > (current ? 1 : 0)) return false;
+    if (liveObjects != 0 || apartments > (current ? 1 : 0)) return false;
+    if (current && (current->isEnding() || !current->holdsCachesOnly())) return false;
     endApartment();
     return liveObjects == 0 && apartments == 0;
 }

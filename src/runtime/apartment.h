@@ -7,10 +7,11 @@
 //
 // is the apartment's own T, made on first use. Nothing may run when the module is detached, so it
 // goes at the last CoUninitialize of its thread, while COM still works, the last made first. A T
-// may have two things:
+// may have:
 //
 //     void end();                  called before it is destroyed; what it throws is dropped
-//     base class ApartmentCache    it holds nothing that could not be made anew
+//     base class ApartmentCache    it holds nothing that could not be made anew,
+//     bool isEmpty() const;        or that only while this is true
 #pragma once
 
 #include <cstddef>
@@ -42,7 +43,10 @@ struct Held final : ApartmentThing {
     void end() noexcept override {
         if constexpr (requires { value.end(); }) quietly([&] { value.end(); });
     }
-    bool isCache() const override { return std::is_base_of_v<ApartmentCache, T>; }
+    bool isCache() const override {
+        if constexpr (requires { value.isEmpty(); }) return value.isEmpty();
+        return std::is_base_of_v<ApartmentCache, T>;
+    }
 
     T value;
 };

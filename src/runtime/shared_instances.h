@@ -13,6 +13,8 @@ namespace detail {
 
 template <class Interface>
 struct SharedInstance {
+    bool isEmpty() const { return !object; }
+
     ComPtr<Interface> object;
 };
 

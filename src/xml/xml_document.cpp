@@ -23,7 +23,9 @@ class ParserFactory : public ApartmentCache {
         if (FAILED(find(kDomDocument60))) check(find(kDomDocument30));
         check(factory_->LockServer(TRUE));
     }
-    void end() { factory_->LockServer(FALSE); }
+    ~ParserFactory() { factory_->LockServer(FALSE); }
+    ParserFactory(const ParserFactory&) = delete;
+    ParserFactory& operator=(const ParserFactory&) = delete;
 
     IClassFactory* operator->() const { return factory_.Get(); }
 

@@ -1,7 +1,7 @@
 // An ordered collection of values with 1-based positions and optional text keys.
 //
-// Keys are compared without regard to case (see text/upper_case.h). Values keep their address until
-// they are removed. Every operation but clear() and destruction takes logarithmic time in the
+// Keys are compared without regard to case (see text/core/upper_case.h). Values keep their address
+// until they are removed. Every operation but clear() and destruction takes logarithmic time in the
 // number of entries. The key index also doubles or halves now and then, which is linear but so rare
 // that its share of one addition or removal is constant; and each removal visits the live cursors.
 //

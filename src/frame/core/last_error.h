@@ -7,6 +7,9 @@
 namespace vela {
 
 struct ErrorRecord {
+    bool isEmpty() const { return *this == ErrorRecord(); }
+    bool operator==(const ErrorRecord&) const = default;
+
     std::int16_t type = 0;  // the caller's own kind
     std::int32_t number = 0;
     std::wstring description;

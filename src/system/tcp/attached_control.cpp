@@ -41,8 +41,9 @@ void tellFailure(SocketEvents& events, std::span<VARIANT> arguments) {
                    numberAt(arguments, 2), textAt(arguments, 3)});
 }
 
-// Each may be the end of the control that is heard.
+// Each may be the end of the control that is heard, and so may be to look at its arguments.
 void tell(SocketEvents& events, std::size_t event, std::span<VARIANT> arguments) {
+    const auto held = events.held();
     switch (event) {
         case Connected: return events.connected();
         case ConnectionRequest:

@@ -111,11 +111,12 @@ void cTCP::requested(long request) {
 }
 
 void cTCP::arrived() {
-    if (std::exchange(receiving_, true)) return;  // the message was told of; this is beyond its end
-    serving_ = false;
     reporting([&](SocketControl& control) {
+        if (receivingFrom_ == &control) return;  // told of already; this is beyond its end
+        const SocketControl* const before = std::exchange(receivingFrom_, &control);
+        serving_ = false;
         reporting([&](SocketControl&) { tellMessage(control); });
-        receiving_ = false;
+        receivingFrom_ = before;
         listenAgain(control);
     });
 }
@@ -160,7 +161,7 @@ void cTCP::listenAgain(const SocketControl& served) {
 
 // ---- events ------------------------------------------------------------------------------------
 
-// Handlers may let go of the control, and of this object.
+// Handlers may let go of the control, and of this object. Nothing is thrown.
 template <class Body>
 bool cTCP::reporting(Body&& body) {
     const ComPtr<_cTCP> alive = this;
@@ -169,7 +170,7 @@ bool cTCP::reporting(Body&& body) {
         body(*held);
     });
     if (SUCCEEDED(failure)) return true;
-    fireError(failureOf(recordedError(failure)));
+    quietly([&] { fireError(failureOf(recordedError(failure))); });
     return false;
 }
 

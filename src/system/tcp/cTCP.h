@@ -29,6 +29,7 @@ class cTCP final : public Object<cTCP, _cTCP>, private SocketEvents {
   private:
     using Control = std::shared_ptr<SocketControl>;
 
+    ComPtr<IUnknown> held() override { return static_cast<_cTCP*>(this); }
     void connected() override;
     void requested(long request) override;
     void arrived() override;
@@ -50,8 +51,8 @@ class cTCP final : public Object<cTCP, _cTCP>, private SocketEvents {
     std::wstring filter_;
     std::wstring pending_;
     VARIANT_BOOL sent_ = VARIANT_FALSE;
-    bool receiving_ = false;  // Mensagem is being told
-    bool serving_ = false;    // a connection was accepted, and no message came on it yet
+    const SocketControl* receivingFrom_ = nullptr;  // Mensagem is being told
+    bool serving_ = false;  // a connection was accepted, and no message came on it yet
 };
 
 }  // namespace vela

@@ -196,6 +196,7 @@ std::wstring MessageSocket::receive() { return ansiText(std::exchange(connection
 void MessageSocket::leave() {
     events_ = nullptr;
     close();
+    listener_.reset();
 }
 
 // ---- what the platform tells -------------------------------------------------------------------

@@ -24,6 +24,9 @@ inline SocketFailure failureOf(const Error& error) {
 // What happens to a socket. Each may close the socket, use it anew, or let go of it.
 class SocketEvents {
   public:
+    // Keeps whoever hears alive.
+    virtual ComPtr<IUnknown> held() = 0;
+
     virtual void connected() = 0;
     virtual void requested(long request) = 0;
     virtual void arrived() = 0;

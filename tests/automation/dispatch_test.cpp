@@ -281,7 +281,7 @@ TEST_F(AutomationDispatch, PassesErrorsOnWithNumberSourceAndDescription) {
         HRESULT number;
         const wchar_t *source, *description;
     } cases[] = {
-        {[] { throw Error(-1, L"Notificacoes", L"Tag inválida"); }, -1, L"Notificacoes",
+        {[] { throw Error{-1, L"Notificacoes", L"Tag inválida"}; }, -1, L"Notificacoes",
          L"Tag inválida"},
         {[] { raise(RuntimeError::Overflow); }, static_cast<HRESULT>(0x800A0006), L"VelaUtil10",
          L"Overflow"},

@@ -40,14 +40,16 @@ struct TreeInner : TreeNode {
     }
 
     // The last child that starts at or before the position. The steps do not depend on the count,
-    // so that the processor can start on the next look-up while this one waits for memory.
+    // so that the processor can start on the next look-up while this one waits for memory; for the
+    // same reason each is written out, not looped over.
     unsigned childHolding(std::size_t position) const {
-        unsigned low = 0;
-#pragma GCC unroll 8
-        for (unsigned step = kCapacity / 2; step != 0; step /= 2) {
-            low = before[low + step] <= position ? low + step : low;
-        }
-        return low;
+        return lastUpTo<kCapacity / 2>(position, 0);
+    }
+    template <unsigned step>
+    unsigned lastUpTo(std::size_t position, unsigned low) const {
+        low += step * (before[low + step] <= position);
+        if constexpr (step == 1) return low;
+        else return lastUpTo<step / 2>(position, low);
     }
 };
 

@@ -163,7 +163,7 @@ void run(int apartments, int rounds) {
         liveTogether(apartments, rounds / kParts, folder);
         left = std::min(left, test::allocatedBlocks() - before);
     }
-    // A thread that saves leaves eight blocks behind, however many lives it has had.
+    // Wine's parser leaves eight blocks behind for the declaration of each new document.
     const int lives = apartments * rounds / kParts / kRoundsOfALife;
     expect(left < 10 * apartments + lives / 2, "memory is left behind", 0, static_cast<int>(left));
     expect(canUnload() == S_FALSE, "the library may go while an object lives", 0, rounds);

@@ -216,19 +216,17 @@ TEST_F(NotificationsHub, RefusesWhatIsNoSubscriber) {
     EXPECT_EQ(test::call(third.Get(), L"Notify", {arg(1L), stranger}).error & 0xFFFF, 13);
 }
 
-TEST_F(NotificationsHub, KeepsNothingOfAHundredThousandVisitors) {
+TEST_F(NotificationsHub, KeepsNothingOfTenThousandVisitors) {
     Follower follower;
     const auto script = adopted(new test::LateObject);
     script->names = {L"Notify"};
-    test::expectNoGrowth(
-        [&] {
-            follower.log.clear();
-            welcome(follower.listener.Get());
-            test::call(hub_.Get(), L"Welcome", {arg(script.Get())});
-            test::call(hub_.Get(), L"Goodbye", {arg(script.Get())});
-            goodbye(follower.listener.Get());
-        },
-        100'000);
+    test::expectNoGrowth([&] {
+        follower.log.clear();
+        welcome(follower.listener.Get());
+        test::call(hub_.Get(), L"Welcome", {arg(script.Get())});
+        test::call(hub_.Get(), L"Goodbye", {arg(script.Get())});
+        goodbye(follower.listener.Get());
+    });
     EXPECT_EQ(test::countOf(byId(1).Get()), 0);
 }
 

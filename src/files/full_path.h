@@ -13,4 +13,9 @@ std::wstring fullPath(const std::wstring& path);
 // Devices are never opened here: to read one may wait for ever.
 bool isDevice(const std::wstring& path);
 
+// The file that a symbolic link leads to, through as many links as there are, as a path behind
+// "\\?\"; the path as given when it is no link. A link to a missing file leads to where that file
+// would be; Wine does not show such a link, which therefore counts as a missing file itself.
+std::wstring linkedFile(const std::wstring& path);
+
 }  // namespace vela

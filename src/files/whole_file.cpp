@@ -12,7 +12,6 @@ namespace {
 constexpr wchar_t kSiblingSuffix[] = L".vela.tmp";  // no file of anybody else's
 constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 constexpr DWORD kPatience = 5000;      // ms
-constexpr DWORD kMoment = 1000;        // ms
 constexpr DWORD kShortPatience = 100;  // ms
 constexpr DWORD kPause = 10;           // ms
 constexpr DWORD kOneCall = 16 << 20;
@@ -67,17 +66,32 @@ void deleteOnClose(HANDLE file) {
 
 }  // namespace
 
-FileReading::FileReading(const std::wstring& path) {
-    if (isDevice(path)) {
-        error_ = ERROR_INVALID_NAME;
-        return;
-    }
-    file_.reset(CreateFileW(path.c_str(), GENERIC_READ, kShareAll, nullptr, OPEN_EXISTING,
-                            FILE_FLAG_SEQUENTIAL_SCAN, nullptr));
+FileReading::FileReading(const std::wstring& path, DWORD patience) : patience_(patience) {
+    if (isDevice(path)) error_ = ERROR_INVALID_NAME;
+    else open(path);
     LARGE_INTEGER size{};
-    if (!file_ || !GetFileSizeEx(file_.get(), &size)) error_ = GetLastError();
+    if (error_ != ERROR_SUCCESS) return;
+    if (!GetFileSizeEx(file_.get(), &size)) error_ = GetLastError();
     else if (size.QuadPart > 0x7FFFFFFF) error_ = ERROR_FILE_TOO_LARGE;
     else size_ = static_cast<std::size_t>(size.QuadPart);
+}
+
+void FileReading::open(const std::wstring& path) {
+    do {
+        file_.reset(CreateFileW(path.c_str(), GENERIC_READ, kShareAll, nullptr, OPEN_EXISTING,
+                                FILE_FLAG_SEQUENTIAL_SCAN, nullptr));
+        error_ = file_ ? DWORD{ERROR_SUCCESS} : GetLastError();
+    } while (waitedAfter(error_));
+}
+
+// Whether the error may be gone now: it tells of others' use, and there was patience left.
+bool FileReading::waitedAfter(DWORD error) {
+    const bool inUse = error == ERROR_SHARING_VIOLATION || error == ERROR_LOCK_VIOLATION;
+    if (!inUse || patience_ == 0) return false;
+    const DWORD pause = (std::min)(patience_, kPause);
+    Sleep(pause);
+    patience_ -= pause;
+    return true;
 }
 
 std::size_t FileReading::read(void* into, std::size_t size) {
@@ -86,16 +100,20 @@ std::size_t FileReading::read(void* into, std::size_t size) {
     while (error_ == ERROR_SUCCESS && done < size) {
         DWORD read = 0;
         const DWORD part = static_cast<DWORD>((std::min<std::size_t>)(size - done, kOneCall));
-        if (!ReadFile(file_.get(), to + done, part, &read, nullptr)) error_ = GetLastError();
-        if (read == 0) break;
+        if (!ReadFile(file_.get(), to + done, part, &read, nullptr)) {
+            const DWORD error = GetLastError();
+            if (!waitedAfter(error)) error_ = error;
+        } else if (read == 0) {
+            break;
+        }
         done += read;
     }
     return done;
 }
 
-DWORD readWholeFile(const std::wstring& path, Bytes& content) {
+DWORD readWholeFile(const std::wstring& path, Bytes& content, DWORD patience) {
     content.clear();
-    FileReading file(path);
+    FileReading file(path, patience);
     content.resize(file.size());
     content.resize(file.read(content.data(), content.size()));
     if (file.error() != ERROR_SUCCESS) content.clear();
@@ -113,7 +131,7 @@ DWORD writeNewFile(const std::wstring& path, const void* content, std::size_t si
     return error;
 }
 
-FileReplacement::FileReplacement(const std::wstring& path) : path_(path) {
+FileReplacement::FileReplacement(const std::wstring& path) : path_(linkedFile(path)) {
     error_ = path.empty() || isDevice(path) ? DWORD{ERROR_INVALID_NAME} : open();
     // A process killed earlier may have left content.
     if (error_ == ERROR_SUCCESS && !SetEndOfFile(sibling_.get())) error_ = GetLastError();

@@ -3,6 +3,7 @@
 #include <thread>
 
 #include "files/compressed_file.h"
+#include "files/full_path.h"
 #include "support/support.h"
 
 namespace vela::test {
@@ -14,7 +15,29 @@ class FilesWholeFile : public ::testing::Test {
         return FileReplacement(path).commit(content.data(), content.size(), FILE_ATTRIBUTE_NORMAL);
     }
 
+    // Makes "link" beside the folder "to", in which its file is. Wine has links, but lets none be
+    // made: there a program of the system below does it.
+    bool linkToFile() const {
+        CreateDirectoryW(folder_.path(L"to").c_str(), nullptr);
+        writeFile(file_, "old");
+        constexpr DWORD kUnprivileged = 2;
+        CreateSymbolicLinkW(link_.c_str(), L"to\\file", kUnprivileged);
+        STARTUPINFOW start{};
+        start.cb = sizeof start;
+        PROCESS_INFORMATION process{};
+        std::wstring line = L"Z:\\bin\\ln -s to/file link";
+        if (readFile(link_).empty() &&
+            CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr,
+                           folder_.path(L"").c_str(), &start, &process)) {
+            CloseHandle(process.hThread);
+            CloseHandle(process.hProcess);
+            for (int i = 0; i < 200 && readFile(link_).empty(); ++i) Sleep(10);
+        }
+        return readFile(link_) == "old";
+    }
+
     TemporaryFolder folder_;
+    const std::wstring link_ = folder_.path(L"link"), file_ = folder_.path(L"to\\file");
     const std::wstring path_ = folder_.path(L"ação.txt");
 };
 
@@ -46,6 +69,48 @@ TEST_F(FilesWholeFile, NeitherAbortedNorKilledReplacementsLeaveARest) {
     EXPECT_EQ(replace(path_, "new"), DWORD{ERROR_SUCCESS});
     EXPECT_EQ(readFile(path_), "new");
     EXPECT_EQ(GetFileAttributesW(beside.c_str()), INVALID_FILE_ATTRIBUTES);
+}
+
+TEST_F(FilesWholeFile, ReadingWaitsForWhoKeepsTheFileForAMoment) {
+    writeFile(path_, "old");
+    KernelHandle alone(
+        CreateFileW(path_.c_str(), GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr));
+    Bytes content;
+    ULONGLONG start = GetTickCount64();
+    EXPECT_EQ(readWholeFile(path_, content, 0), DWORD{ERROR_SHARING_VIOLATION});
+    EXPECT_EQ(readWholeFile(folder_.path(L"none"), content), DWORD{ERROR_FILE_NOT_FOUND});
+    EXPECT_LT(GetTickCount64() - start, kMoment / 2);
+    start = GetTickCount64();
+    EXPECT_EQ(readWholeFile(path_, content, 100), DWORD{ERROR_SHARING_VIOLATION});
+    EXPECT_GE(GetTickCount64() - start + 20, 100U);  // the clock ticks in steps
+    std::thread other([&] {
+        Sleep(300);
+        alone.reset();
+    });
+    EXPECT_EQ(readWholeFile(path_, content), DWORD{ERROR_SUCCESS});
+    other.join();
+    EXPECT_EQ(content.size(), 3U);
+}
+
+TEST_F(FilesWholeFile, OfALinkTheFileBehindItIsReplaced) {
+    if (!linkToFile()) GTEST_SKIP() << "links cannot be made";
+    {
+        FileReplacement replacement(link_);
+        EXPECT_NE(GetFileAttributesW((file_ + L".vela.tmp").c_str()), INVALID_FILE_ATTRIBUTES);
+        EXPECT_EQ(replacement.commit("new", 3, 0), DWORD{ERROR_SUCCESS});
+    }
+    EXPECT_EQ(readFile(file_), "new");
+    writeFile(file_, "newer");
+    EXPECT_EQ(readFile(link_), "newer");
+}
+
+TEST_F(FilesWholeFile, APathThatIsNoLinkStaysAsGiven) {
+    writeFile(path_, "");
+    for (const std::wstring& path :
+         {path_, folder_.path(L"AÇÃO.TXT"), folder_.path(L"none"), folder_.path(L".\\ação.txt"),
+          std::wstring(L"C:\\"), std::wstring(L"NUL"), std::wstring()}) {
+        EXPECT_EQ(linkedFile(path), path);
+    }
 }
 
 TEST_F(FilesWholeFile, AreCompressedAndBroughtBack) {

@@ -7,9 +7,9 @@
 
 namespace vela {
 
-// The document in windows-1252, whatever it was read from. Characters that the code page lacks are
-// written as references; throws Error where one stands in a name or a comment, which cannot hold
-// references.
+// The document with its declaration, in windows-1252, whatever it was read from. Characters that
+// the code page lacks are written as references; a document that has one in a name, a comment or
+// the like, which cannot hold references, is written in UTF-8.
 std::string bytesOf(const XmlDocument& document);
 
 }  // namespace vela

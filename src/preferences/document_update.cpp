@@ -28,17 +28,17 @@ void replace(FileReplacement& file, const std::string& content) {
 DocumentUpdate::DocumentUpdate(const std::wstring& fileName)
     : fileName_(documentName(fileName)), replacement_(fileName) {
     check(HRESULT_FROM_WIN32(replacement_.error()));
-    const Bytes content = contentOf(fileName);
+    Bytes content = contentOf(fileName);
     std::optional<XmlDocument> found;
     if (!content.empty()) found = parsed(content);
     existed_ = found.has_value();
-    unreadable_ = !existed_ && !content.empty();
+    if (!existed_) unreadable_ = std::move(content);
     document_ = existed_ ? *found : emptyDocument();
 }
 
 void DocumentUpdate::commit() {
     const std::string content = bytesOf(document_);
-    if (unreadable_) keepAside(fileName_);
+    if (!unreadable_.empty()) keepAside(fileName_, unreadable_);
     replace(replacement_, content);
 }
 

@@ -33,7 +33,7 @@ class DocumentUpdate {
     FileReplacement replacement_;
     XmlDocument document_;
     bool existed_ = false;
-    bool unreadable_ = false;
+    Bytes unreadable_;  // what the file holds that is no document
 };
 
 // Puts an empty document in the file's place, hidden where there was no file. Throws Error.

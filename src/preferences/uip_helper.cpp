@@ -1,5 +1,7 @@
 #include "preferences/uip_helper.h"
 
+#include <optional>
+
 #include "preferences/core/window_placement.h"
 #include "runtime/screen.h"
 
@@ -7,7 +9,7 @@ namespace vela {
 
 namespace {
 
-constexpr long kNormal = 0;
+constexpr wchar_t kWindowState[] = L"WindowState";
 
 std::wstring screenResolution() {
     return std::to_wstring(GetSystemMetrics(SM_CXSCREEN)) + L"x" +
@@ -50,6 +52,12 @@ long number(IDispatch* window, const wchar_t* name) {
     return converted(getProperty(window, name), VT_I4).lVal;
 }
 
+// What the window says of its state; normal when it says nothing, or no number.
+double stateOf(IDispatch* window) {
+    if (!hasMember(window, kWindowState)) return kNormal;
+    return numberIn(getProperty(window, kWindowState)).value_or(kNormal);
+}
+
 void put(IDispatch* window, const wchar_t* name, long value) {
     quietly([&] { putProperty(window, name, Variant(value)); });
 }
@@ -72,6 +80,48 @@ WindowRect rectOf(IDispatch* window) {
             number(window, L"Height")};
 }
 
+// None when no place was ever stored.
+std::optional<WindowRect> placeOf(_UIItem* item) {
+    const std::wstring resolution = textProperty<_UIItem>(item, &_UIItem::get_ScreenWxH);
+    const WindowRect rect = rectOf(item);
+    if (resolution.empty() && rect.width == 0 && rect.height == 0) return std::nullopt;
+    return placeForToday(rect, resolution);
+}
+
+// From the top left corner of the screen to that of the monitor's work area: the platform tells
+// places of most windows that are no children from there.
+POINT workAreaOffset(HWND window) {
+    MONITORINFO monitor{};
+    monitor.cbSize = sizeof monitor;
+    const bool isPlain = !(GetWindowLongW(window, GWL_STYLE) & WS_CHILD) &&
+                         !(GetWindowLongW(window, GWL_EXSTYLE) & WS_EX_TOOLWINDOW);
+    if (!isPlain ||
+        !GetMonitorInfoW(MonitorFromWindow(window, MONITOR_DEFAULTTONEAREST), &monitor)) {
+        return {};
+    }
+    return {monitor.rcWork.left - monitor.rcMonitor.left,
+            monitor.rcWork.top - monitor.rcMonitor.top};
+}
+
+HWND handleOf(IDispatch* window) {
+    const auto number = converted(getProperty(window, L"hWnd"), VT_I8).llVal;
+    return reinterpret_cast<HWND>(static_cast<INT_PTR>(number));
+}
+
+// Where a minimised or maximised window would be restored to; none when it does not tell.
+std::optional<WindowRect> restoredRect(IDispatch* window) {
+    HWND handle = nullptr;
+    quietly([&] { handle = handleOf(window); });
+    WINDOWPLACEMENT placement{};
+    placement.length = sizeof placement;
+    if (!IsWindow(handle) || !GetWindowPlacement(handle, &placement)) return std::nullopt;
+    RECT& pixels = placement.rcNormalPosition;
+    if (IsRectEmpty(&pixels)) return std::nullopt;
+    const POINT offset = workAreaOffset(handle);
+    OffsetRect(&pixels, offset.x, offset.y);
+    return Scale().toTwips(pixels);
+}
+
 void setRect(_UIItem* item, const WindowRect& rect) {
     check(item->put_Left(rect.left));
     check(item->put_Top(rect.top));
@@ -80,23 +130,31 @@ void setRect(_UIItem* item, const WindowRect& rect) {
     check(item->put_ScreenWxH(Bstr(screenResolution()).get()));
 }
 
+void move(IDispatch* window, const WindowRect& rect) {
+    put(window, L"Left", rect.left);
+    put(window, L"Top", rect.top);
+    put(window, L"Width", rect.width);
+    put(window, L"Height", rect.height);
+}
+
 }  // namespace
 
 bool UIPHelper::loadPosition(IDispatch* window, std::wstring_view id,
                              std::wstring_view group) const {
     const auto item = section_.getItem(identityOf(window, id), group);
     if (!item) return false;
-    long state = kNormal;
-    check(item->get_WindowState(&state));
-    const WindowRect rect = placeForToday(
-        rectOf(item.Get()), textProperty<_UIItem>(item.Get(), &_UIItem::get_ScreenWxH));
-    // A window cannot be moved while it is minimised or maximised.
-    put(window, L"WindowState", kNormal);
-    put(window, L"Left", rect.left);
-    put(window, L"Top", rect.top);
-    put(window, L"Width", rect.width);
-    put(window, L"Height", rect.height);
-    if (state != kNormal) put(window, L"WindowState", state);
+    long stored = kNormal;
+    check(item->get_WindowState(&stored));
+    const long state = windowState(stored);
+    const auto place = placeOf(item.Get());
+    // A window cannot be moved while it is minimised or maximised. One whose state is another
+    // number counts in a way of its own, in which 0 may mean anything.
+    double now = kNormal;
+    quietly([&] { now = stateOf(window); });
+    const bool isKnown = now == windowState(now);
+    if (isKnown && (place || state == kNormal)) put(window, kWindowState, kNormal);
+    if (place) move(window, *place);
+    if (state != kNormal) put(window, kWindowState, state);
     return true;
 }
 
@@ -104,11 +162,10 @@ void UIPHelper::savePosition(IDispatch* window, std::wstring_view id,
                              std::wstring_view group) const {
     const std::wstring identity = identityOf(window, id);
     // Everything is read before anything is changed: the window may refuse.
-    const long state = number(window, L"WindowState");
-    const WindowRect rect = rectOf(window);
-    const bool isNew = !section_.getItem(identity, group);
+    const long state = windowState(stateOf(window));
+    const auto rect = state == kNormal ? std::optional(rectOf(window)) : restoredRect(window);
     const auto item = section_.itemFor(identity, group);
-    if (state == kNormal || isNew) setRect(item.Get(), rect);
+    if (rect && (state == kNormal || !placeOf(item.Get()))) setRect(item.Get(), *rect);
     check(item->put_WindowState(state));
     section_.addItem(item);
 }

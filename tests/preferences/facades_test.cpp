@@ -52,7 +52,7 @@ class PreferencesWindows : public PreferencesFacades {
   protected:
     PreferencesWindows() {
         window_->names = {L"Left",        L"Top",     L"Width", L"Height",
-                          L"WindowState", L"Visible", L"Name"};
+                          L"WindowState", L"Visible", L"Name",  L"hWnd"};
         window_->invoked = [this](DISPID id, WORD flags, DISPPARAMS& call, VARIANT* result,
                                   EXCEPINFO*) {
             const auto at = static_cast<std::size_t>(id);
@@ -62,7 +62,9 @@ class PreferencesWindows : public PreferencesFacades {
                 return S_OK;
             }
             if (onRead_) onRead_();
-            if (at < values_.size()) *result = Variant(values_[at]).release();
+            if (at == 4 && state_.vt != VT_EMPTY) *result = Variant(state_).release();
+            else if (at < values_.size()) *result = Variant(values_[at]).release();
+            else if (at == 7) *result = Variant(handle_).release();
             else *result = Variant(L"Main").release();
             return S_OK;
         };
@@ -81,6 +83,8 @@ class PreferencesWindows : public PreferencesFacades {
 
     const ComPtr<LateObject> window_ = adopted(new LateObject);
     std::vector<long> values_;
+    Variant state_;     // what WindowState says instead of its value, unless Empty
+    long handle_ = 0;   // what hWnd says
     std::wstring log_;  // what was set, in order
     std::function<void()> onRead_;
 };
@@ -91,10 +95,8 @@ TEST_F(PreferencesWindows, ComeBackUnderTheirNameOrId) {
     restart();
     EXPECT_EQ(loaded(L"none"), L"none ");
     EXPECT_EQ(loaded(), L"WindowState=0 Left=300 Top=450 Width=3000 Height=1500 ");
-    // A window can be moved only while it is normal.
-    EXPECT_EQ(loaded(L"OTHER"),
-              L"WindowState=0 Left=600 Top=750 Width=3000 Height=1500 WindowState=2 ");
-    window_->names.resize(2);  // and has no other members
+    EXPECT_EQ(loaded(L"OTHER"), L"WindowState=2 ");  // and nobody knows its place
+    window_->names.resize(2);                        // and has no other members
     EXPECT_EQ(loaded(L"main"), L"Left=300 Top=450 ");
 }
 
@@ -102,7 +104,60 @@ TEST_F(PreferencesWindows, OnlyAVisibleAndNormalWindowHasAPlace) {
     save({300, 450, 3000, 1500, 0, true});
     save({1, 1, 1, 1, 1, false});
     save({-60, -60, 99999, 99999, 2, true});
+    // A window can be moved only while it is normal.
     EXPECT_EQ(loaded(), L"WindowState=0 Left=300 Top=450 Width=3000 Height=1500 WindowState=2 ");
+}
+
+TEST_F(PreferencesWindows, CountStatesTheirOwnWay) {
+    const std::wstring place = L"Left=300 Top=450 Width=3000 Height=1500 ";
+    Variant null;
+    null.vt = VT_NULL;
+    const struct {
+        const char* what;
+        Variant state;
+        std::wstring expected;
+    } table[] = {
+        {"another number", Variant(-4143L), place},
+        {"another small number", Variant(3L), place},
+        {"as text", str(L"2"),
+         L"WindowState=0 Left=600 Top=750 Width=3000 Height=1500 WindowState=2 "},
+        {"no number", str(L"normal"), L"WindowState=0 " + place},
+        {"nothing", null, L"WindowState=0 " + place},
+    };
+    for (const auto& row : table) {
+        state_ = Variant(0L);
+        save({600, 750, 3000, 1500, 0, true});
+        state_ = row.state;
+        save({300, 450, 3000, 1500, 0, true});
+        EXPECT_EQ(loaded(), row.expected) << row.what;
+    }
+    window_->names[4] = L"Other";
+    save({600, 450, 3000, 1500, 9, true});
+    EXPECT_EQ(loaded(), L"Left=600 Top=450 Width=3000 Height=1500 ");
+}
+
+TEST_F(PreferencesWindows, FirstSavedWhileMinimisedAreRestoredToWhereTheyWouldBe) {
+    const HWND window = CreateWindowExW(0, L"STATIC", L"", WS_OVERLAPPEDWINDOW, 100, 50, 300, 200,
+                                        nullptr, nullptr, nullptr, nullptr);
+    for (const int show : {SW_SHOWMINIMIZED, SW_SHOWMAXIMIZED}) {
+        ShowWindow(window, show);
+        const long state = show == SW_SHOWMINIMIZED ? 1 : 2;
+        const std::wstring id = std::to_wstring(state);
+        handle_ = static_cast<long>(reinterpret_cast<INT_PTR>(window));
+        save({0, 0, 2400, 405, state, true}, id.c_str());
+        handle_ = 0;  // the place is known now
+        save({0, 0, 2400, 405, state, true}, id.c_str());
+        EXPECT_EQ(loaded(id.c_str()),
+                  L"WindowState=0 Left=1500 Top=750 Width=4500 Height=3000 "
+                  L"WindowState=" +
+                      id + L" ");
+    }
+    DestroyWindow(window);
+    handle_ = static_cast<long>(reinterpret_cast<INT_PTR>(window));  // of what is gone
+    save({0, 0, 2400, 405, 1, true}, L"gone");
+    EXPECT_EQ(loaded(L"gone"), L"WindowState=1 ");
+    save({300, 450, 3000, 1500, 0, true}, L"gone");
+    EXPECT_EQ(loaded(L"gone"), L"WindowState=0 Left=300 Top=450 Width=3000 Height=1500 ");
 }
 
 TEST_F(PreferencesWindows, AreBroughtIntoView) {

@@ -12,6 +12,10 @@ long extent(long wanted, long available) {
 
 }  // namespace
 
+long windowState(double number) {
+    return number == kMinimised ? kMinimised : number == kMaximised ? kMaximised : kNormal;
+}
+
 WindowRect broughtIntoView(const WindowRect& window, const WindowRect& area) {
     const long width = extent(window.width, area.width);
     const long height = extent(window.height, area.height);

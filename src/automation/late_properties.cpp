@@ -58,35 +58,44 @@ VARTYPE valueType(ITypeInfo* info, const FUNCDESC& getter) {
     return simpleType(info, getter.elemdescFunc.tdesc);
 }
 
-struct SettableNames {
-    std::vector<std::wstring>& names;
+using Properties = std::vector<DeclaredProperty>;
+
+void add(Properties& properties, ITypeInfo* info, MEMBERID id, VARTYPE type) {
+    properties.push_back({nameOf(info, id), id, type});
+}
+
+struct Settable {
+    Properties& properties;
 
     void operator()(ITypeInfo* info, const FUNCDESC& function) const {
-        const bool settable = function.invkind == INVOKE_PROPERTYPUT && function.cParams == 1;
-        if (settable) names.push_back(nameOf(info, function.memid));
+        if (function.invkind != INVOKE_PROPERTYPUT || function.cParams != 1) return;
+        add(properties, info, function.memid,
+            simpleType(info, function.lprgelemdescParam[0].tdesc));
     }
     void operator()(ITypeInfo* info, const VARDESC& variable) const {
-        names.push_back(nameOf(info, variable.memid));
+        add(properties, info, variable.memid, simpleType(info, variable.elemdescVar.tdesc));
     }
 };
 
 struct Readable {
-    std::vector<DeclaredProperty>& properties;
+    Properties& properties;
 
     void operator()(ITypeInfo* info, const FUNCDESC& function) const {
         if (function.invkind == INVOKE_PROPERTYGET) {
-            add(info, function.memid, valueType(info, function));
+            add(properties, info, function.memid, valueType(info, function));
         }
     }
     void operator()(ITypeInfo* info, const VARDESC& variable) const {
-        add(info, variable.memid, simpleType(info, variable.elemdescVar.tdesc));
-    }
-
-  private:
-    void add(ITypeInfo* info, MEMBERID id, VARTYPE type) const {
-        properties.push_back({nameOf(info, id), id, type});
+        add(properties, info, variable.memid, simpleType(info, variable.elemdescVar.tdesc));
     }
 };
+
+template <class Kind>
+Properties propertiesOf(ITypeInfo* info) {
+    Properties properties;
+    eachMember(ComPtr<ITypeInfo>(info), Kind{properties});
+    return properties;
+}
 
 }  // namespace
 
@@ -103,16 +112,12 @@ InterfaceIdentity identityOf(ITypeInfo* info) {
             attributes->cFuncs, attributes->cVars};
 }
 
-std::vector<std::wstring> settableProperties(IDispatch* object) {
-    std::vector<std::wstring> names;
-    eachMember(typeInformationOf(object), SettableNames{names});
-    return names;
+std::vector<DeclaredProperty> readableProperties(ITypeInfo* info) {
+    return propertiesOf<Readable>(info);
 }
 
-std::vector<DeclaredProperty> readableProperties(ITypeInfo* info) {
-    std::vector<DeclaredProperty> properties;
-    eachMember(ComPtr<ITypeInfo>(info), Readable{properties});
-    return properties;
+std::vector<DeclaredProperty> settableProperties(ITypeInfo* info) {
+    return propertiesOf<Settable>(info);
 }
 
 }  // namespace vela

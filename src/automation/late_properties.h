@@ -12,11 +12,7 @@
 
 namespace vela {
 
-// The names of the properties that can be assigned by value, in the order of the object's default
-// interface; none when it has no type information.
-std::vector<std::wstring> settableProperties(IDispatch* object);
-
-// A property that can be read, as its class declares it.
+// A property as its class declares it.
 struct DeclaredProperty {
     std::wstring name;
     DISPID id;
@@ -34,7 +30,9 @@ struct InterfaceIdentity {
     bool operator==(const InterfaceIdentity&) const = default;
 };
 InterfaceIdentity identityOf(ITypeInfo* info);
-// In the interface's order, those of the interfaces that it derives from first.
+// Those that can be read, and those that can be assigned by value, in the interface's order, those
+// of the interfaces that it derives from first; none without type information.
 std::vector<DeclaredProperty> readableProperties(ITypeInfo* info);
+std::vector<DeclaredProperty> settableProperties(ITypeInfo* info);
 
 }  // namespace vela

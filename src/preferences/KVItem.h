@@ -28,9 +28,9 @@ class KVItemFields : public _KVItem {
 class KVItem final : public Object<KVItem, KVItemFields, ItemIdentity> {
   private:
     std::wstring itemId() override { return key_; }
-    void setItemId(std::wstring_view value) override { key_ = upperCase(value); }
+    void setItemId(std::wstring_view value) override { key_ = upperIdentity(value); }
     std::wstring itemGroup() override { return group_; }
-    void setItemGroup(std::wstring_view value) override { group_ = upperCase(value); }
+    void setItemGroup(std::wstring_view value) override { group_ = upperIdentity(value); }
 };
 
 }  // namespace vela

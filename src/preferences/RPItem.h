@@ -41,7 +41,7 @@ class RPItem final : public Object<RPItem, RPItemFields, ItemIdentity> {
     std::wstring itemId() override { return identity(); }
     void setItemId(std::wstring_view) override {}
     std::wstring itemGroup() override { return group_; }
-    void setItemGroup(std::wstring_view value) override { group_ = upperCase(value); }
+    void setItemGroup(std::wstring_view value) override { group_ = upperIdentity(value); }
 };
 
 }  // namespace vela

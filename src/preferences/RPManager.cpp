@@ -1,8 +1,35 @@
 #include "preferences/RPManager.h"
 
+#include "automation/late_bound.h"
 #include "collections/Collection.h"
+#include "preferences/UPDataSourceXML.h"
 
 namespace vela {
+
+namespace {
+
+// A script object has no other way to tell.
+bool isStore(IDispatch* object) {
+    return object && hasMember(object, L"Load") && hasMember(object, L"Save");
+}
+
+// The store that a caller names, or hands over; that of shared preferences when he does neither.
+// Null for what is no store.
+ComPtr<_IUPDataSource> storeFor(UPManager& manager, const VARIANT* given) {
+    UPDataSources& sources = *manager.dataSources().Get();
+    if (!given || isMissing(*given) || given->vt == VT_EMPTY) {
+        return make<UPDataSourceXML>(sources.sharedName(), sources.sharedPath());
+    }
+    ComPtr<_IUPDataSource> store;
+    quietly([&] {
+        if (!holdsObject(*given)) store = make<UPDataSourceXML>(textOf(*given));
+        else if (isStore(objectIn(*given)))
+            check(queryOrAdapt<_IUPDataSource>(objectIn(*given), &store));
+    });
+    return store;
+}
+
+}  // namespace
 
 const SectionManager<RPItem>& RPManager::section() const {
     if (!section_) raise(RuntimeError::InvalidProcedureCall);
@@ -26,10 +53,10 @@ HRESULT RPManager::get_Items(_Collection** result) {
 HRESULT RPManager::Load(_UPManager** manager, VARIANT* dataSource, VARIANT_BOOL* result) {
     return answer(result, [&] {
         const auto ours = own<UPManager>(manager ? *manager : nullptr);
-        if (!ours) return false;
-        const bool given = dataSource && !isMissing(*dataSource) && dataSource->vt != VT_EMPTY;
-        const std::wstring source = given ? textOf(*dataSource) : ours->dataSources()->sharedName();
-        registerSection(*ours.Get(), kRPSection, source, Existing::Kept);
+        const auto store = ours ? storeFor(*ours.Get(), dataSource) : nullptr;
+        if (!store) return false;
+        ours->saveLoaded();
+        registerSection(*ours.Get(), kRPSection, store);
         section_.emplace(ours, kRPSection);
         ours->load();
         return true;

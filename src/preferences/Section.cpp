@@ -33,6 +33,24 @@ ComPtr<_UPItems> itemsOf(_IUPSection* section) {
     return items;
 }
 
+ComPtr<_IUPDataSource> storeOf(_IUPSection* section) {
+    ComPtr<_IUPDataSource> store;
+    checkRecorded(section->get_DataSourceManager(&store));
+    return store;
+}
+
+bool flagOf(_IUPSection* section, HRESULT (STDMETHODCALLTYPE _IUPSection::*get)(VARIANT_BOOL*)) {
+    VARIANT_BOOL value = VARIANT_FALSE;
+    checkRecorded((section->*get)(&value));
+    return isTrue(value);
+}
+
+bool isSame(_IUPSection* one, _IUPSection* other) {
+    ComPtr<IUnknown> first, second;
+    return SUCCEEDED(one->QueryInterface(IID_PPV_ARGS(&first))) &&
+           SUCCEEDED(other->QueryInterface(IID_PPV_ARGS(&second))) && first.Get() == second.Get();
+}
+
 void eachItem(_UPItems* items, const std::function<bool(const Variant&)>& visit) {
     ComPtr<IUnknown> enumerator;
     checkRecorded(items->get_NewEnum(&enumerator));

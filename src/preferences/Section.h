@@ -6,6 +6,7 @@
 
 #include "contract.h"
 #include "preferences/UPItems.h"
+#include "preferences/live_contexts.h"
 
 namespace vela {
 
@@ -48,6 +49,7 @@ class SectionMembers : public Object<Derived, Interfaces...> {
     }
     HRESULT STDMETHODCALLTYPE put_Saved(VARIANT_BOOL value) override {
         *saved_ = isTrue(value);
+        if (!*saved_) noteChange();
         return S_OK;
     }
     HRESULT STDMETHODCALLTYPE get_Loaded(VARIANT_BOOL* result) override {
@@ -89,6 +91,11 @@ inline std::wstring idOf(_IUPSection* section) {
     return textProperty(section, &_IUPSection::get_Id);
 }
 ComPtr<_UPItems> itemsOf(_IUPSection* section);
+// Its store; null when it has none.
+ComPtr<_IUPDataSource> storeOf(_IUPSection* section);
+bool flagOf(_IUPSection* section, HRESULT (STDMETHODCALLTYPE _IUPSection::*get)(VARIANT_BOOL*));
+// Whether both are one object. Adapters are made anew for every call, so pointers do not tell.
+bool isSame(_IUPSection* one, _IUPSection* other);
 
 // Calls `visit(item)` for each item until it returns false. Throws Error when they do not tell.
 void eachItem(_UPItems* items, const std::function<bool(const Variant&)>& visit);

@@ -5,11 +5,11 @@
 namespace vela {
 
 HRESULT UPDataSourceXML::get_DataSource(VARIANT* result) {
-    return answer(result, [&] { return Variant(fileName_); });
+    return answer(result, [&] { return Variant(name_); });
 }
 
 HRESULT UPDataSourceXML::put_DataSource(VARIANT value) {
-    return guard([&] { fileName_ = textOf(value); });
+    return guard([&] { setName(textOf(value)); });
 }
 
 HRESULT UPDataSourceXML::putref_DataSource(VARIANT) { return S_OK; }
@@ -17,16 +17,16 @@ HRESULT UPDataSourceXML::putref_DataSource(VARIANT) { return S_OK; }
 HRESULT UPDataSourceXML::Load(BSTR applicationId, BSTR userId, _IUPSection** section,
                               VARIANT_BOOL* result) {
     return answer(result, [&] {
-        if (fileName_.empty() || !section || !*section) return false;
-        return XMLup().loadFromFile(fileName_, text(applicationId), text(userId), *section);
+        if (name_.empty() || !section || !*section) return false;
+        return XMLup().loadFromFile(path_, text(applicationId), text(userId), *section);
     });
 }
 
 HRESULT UPDataSourceXML::Save(BSTR applicationId, BSTR userId, _IUPSection** section,
                               VARIANT_BOOL* result) {
     return answer(result, [&] {
-        if (fileName_.empty() || !section || !*section) return false;
-        return XMLup().saveIntoFile(fileName_, text(applicationId), text(userId), *section);
+        if (name_.empty() || !section || !*section) return false;
+        return XMLup().saveIntoFile(path_, text(applicationId), text(userId), *section);
     });
 }
 

@@ -2,12 +2,19 @@
 #pragma once
 
 #include "contract.h"
+#include "files/full_path.h"
 
 namespace vela {
 
 class UPDataSourceXML final : public Object<UPDataSourceXML, _IUPDataSource> {
   public:
-    explicit UPDataSourceXML(std::wstring fileName) : fileName_(std::move(fileName)) {}
+    // The name, and the path that it stands for; made absolute where none is given.
+    explicit UPDataSourceXML(std::wstring name) { setName(std::move(name)); }
+    UPDataSourceXML(std::wstring name, std::wstring path)
+        : name_(std::move(name)), path_(std::move(path)) {}
+
+    // Of the document; empty for no name.
+    const std::wstring& path() const { return path_; }
 
     HRESULT STDMETHODCALLTYPE get_DataSource(VARIANT* result) override;
     HRESULT STDMETHODCALLTYPE put_DataSource(VARIANT value) override;
@@ -18,7 +25,13 @@ class UPDataSourceXML final : public Object<UPDataSourceXML, _IUPDataSource> {
                                    VARIANT_BOOL* result) override;
 
   private:
-    std::wstring fileName_;
+    void setName(std::wstring name) {
+        path_ = fullPath(name);
+        name_ = std::move(name);
+    }
+
+    std::wstring name_;
+    std::wstring path_;  // what the name stood for when it was given: the current folder changes
 };
 
 }  // namespace vela

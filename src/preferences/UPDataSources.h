@@ -21,14 +21,28 @@ class UPDataSources final : public Object<UPDataSources, _UPDataSources> {
     HRESULT STDMETHODCALLTYPE putref_SessionSource(VARIANT value) override;
 
     // The names as text; empty where a source holds none.
-    std::wstring localName() const { return nameIn(local_); }
-    std::wstring sharedName() const { return nameIn(shared_); }
+    std::wstring localName() const { return local_.name(); }
+    std::wstring sharedName() const { return shared_.name(); }
+    // What the names stand for, made absolute; empty where they are.
+    std::wstring localPath() const { return local_.path(); }
+    std::wstring sharedPath() const { return shared_.path(); }
+    // From now on the names that are there now stand for what they stand for now, also when the
+    // current folder changes.
+    void settle();
 
   private:
-    static std::wstring nameIn(const Variant& source);
+    struct Source {
+        std::wstring name() const;
+        std::wstring path() const;
+        void settle();
 
-    Variant local_;
-    Variant shared_;
+        Variant value;
+        std::wstring settledName;
+        std::wstring settledPath;
+    };
+
+    Source local_;
+    Source shared_;
     Variant session_{std::wstring_view()};
 };
 

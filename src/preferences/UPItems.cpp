@@ -3,13 +3,15 @@
 #include "automation/enumerator.h"
 #include "preferences/stored_item.h"
 #include "text/core/text_normalisation.h"
+#include "xml/core/xml_text.h"
 
 namespace vela {
 
 namespace {
 
+// Documents cannot hold every character: what they leave out counts nowhere.
 std::wstring keyFor(std::wstring_view id, std::wstring_view group) {
-    return normalisedIdentity(id) + L"@" + normalisedIdentity(group);
+    return normalisedIdentity(xmlText(id)) + L"@" + normalisedIdentity(xmlText(group));
 }
 
 }  // namespace
@@ -19,14 +21,31 @@ ComPtr<IDispatch> UPItems::find(std::wstring_view id, std::wstring_view group) {
     return found ? *found : nullptr;
 }
 
-void UPItems::add(const ComPtr<IDispatch>& object) {
+bool UPItems::replaces(_IUPItem* item, const std::wstring& key) {
+    // Without blanks at its bounds, the key is the one that lookups ask for.
+    const bool isPlain = !key.starts_with(L' ') && !key.ends_with(L' ') &&
+                         key.find(L" @") == key.npos && key.find(L"@ ") == key.npos;
+    if (isPlain) return entries_.find(key) != nullptr;
+    return find(textProperty(item, &_IUPItem::get_Id), textProperty(item, &_IUPItem::get_Group)) !=
+           nullptr;
+}
+
+void UPItems::addRead(const ComPtr<IDispatch>& object) {
     const ComPtr<_IUPItem> item = itemIn(object.Get());
-    const std::wstring key = textProperty(item.Get(), &_IUPItem::get_SearchKey);
-    const bool replaces = find(textProperty(item.Get(), &_IUPItem::get_Id),
-                               textProperty(item.Get(), &_IUPItem::get_Group)) != nullptr;
-    if (replaces && !entries_.remove(key)) raise(RuntimeError::InvalidProcedureCall);
+    std::wstring key = textProperty(item.Get(), &_IUPItem::get_SearchKey);
+    if (!isXmlText(key)) key = xmlText(key);
+    if (replaces(item.Get(), key) && !entries_.remove(key)) {
+        raise(RuntimeError::InvalidProcedureCall);
+    }
     if (!entries_.add(object, key)) raise(RuntimeError::KeyAlreadyPresent);
-    changed();
+}
+
+std::shared_ptr<const SectionRecord> UPItems::recordOf(const SectionPlace& place) const {
+    return record_ && record_->place == place ? record_ : nullptr;
+}
+
+void UPItems::setRecord(SectionRecord record) {
+    record_ = std::make_shared<const SectionRecord>(std::move(record));
 }
 
 HRESULT UPItems::get_NewEnum(IUnknown** result) {
@@ -46,12 +65,14 @@ HRESULT UPItems::get_Item(BSTR id, BSTR group, IDispatch** result) {
 
 HRESULT UPItems::Add(IDispatch** object, BSTR id, BSTR group) {
     if (!object) return E_POINTER;
+    const LiveContexts::Call call;
     return guard([&] {
         const ComPtr<IDispatch> added = *object;
         const ComPtr<_IUPItem> item = itemIn(added.Get());
         if (!text(id).empty()) checkRecorded(item->put_Id(id));
         if (!text(group).empty()) checkRecorded(item->put_Group(group));
-        add(added);
+        addRead(added);
+        changed();
     });
 }
 

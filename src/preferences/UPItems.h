@@ -2,9 +2,12 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 
 #include "collections/core/keyed_collection.h"
 #include "contract.h"
+#include "preferences/live_contexts.h"
+#include "preferences/section_record.h"
 
 namespace vela {
 
@@ -17,6 +20,15 @@ class UPItems final : public Object<UPItems, _UPItems> {
     HRESULT STDMETHODCALLTYPE Remove(BSTR id, BSTR group) override;
     HRESULT STDMETHODCALLTYPE Clear() override;
 
+    // Adds an item that was read from a store, in the place of one that has its identity. Throws
+    // Error 457 when the key is taken all the same, 13 when `object` is no item.
+    void addRead(const ComPtr<IDispatch>& object);
+
+    // What was last read from a place in a document, or written there; null when that was another
+    // place, or nothing.
+    std::shared_ptr<const SectionRecord> recordOf(const SectionPlace& place) const;
+    void setRecord(SectionRecord record);
+
     // What is called after every addition and removal: the owning section is then not saved.
     // Nothing for a collection without an owner.
     void whenChanged(std::function<void()> changed) { changed_ = std::move(changed); }
@@ -27,16 +39,17 @@ class UPItems final : public Object<UPItems, _UPItems> {
     // The item under identity and group, compared trimmed and without case; null when there is
     // none.
     ComPtr<IDispatch> find(std::wstring_view id, std::wstring_view group);
-    // Adds an item under its own identity and group, in the place of one that has the same. Throws
-    // Error 457 when the key is taken all the same, 13 when `object` is no item.
-    void add(const ComPtr<IDispatch>& object);
+    // Whether there is an item of that identity. `key` is its SearchKey.
+    bool replaces(_IUPItem* item, const std::wstring& key);
     void changed() const {
         // What it calls may give the items another owner.
         if (const auto call = changed_) call();
+        noteChange();
     }
 
     Entries entries_;
     std::function<void()> changed_;
+    std::shared_ptr<const SectionRecord> record_;
 };
 
 }  // namespace vela

@@ -3,9 +3,11 @@
 #include "automation/enumerator.h"
 #include "files/core/path_parts.h"
 #include "files/delete_file.h"
+#include "preferences/Section.h"
 #include "preferences/UPSections.h"
 #include "preferences/document_cache.h"
 #include "preferences/document_names.h"
+#include "preferences/preferences_save.h"
 #include "text/core/upper_case.h"
 
 namespace vela {
@@ -18,39 +20,12 @@ std::wstring identity(std::wstring_view value) {
     return value.empty() ? kNobody : upperCase(value);
 }
 
-bool flagOf(_IUPSection* section, HRESULT (STDMETHODCALLTYPE _IUPSection::*get)(VARIANT_BOOL*)) {
-    VARIANT_BOOL value = VARIANT_FALSE;
-    checkRecorded((section->*get)(&value));
-    return isTrue(value);
-}
-
-using Transfer = HRESULT (STDMETHODCALLTYPE _IUPDataSource::*)(BSTR, BSTR, _IUPSection**,
-                                                               VARIANT_BOOL*);
-
-// Hands the section to its store; false when it has none. The store's own verdict is ignored.
-bool transfer(Transfer member, const UPManager& manager, _IUPSection* section) {
-    ComPtr<_IUPDataSource> source;
-    checkRecorded(section->get_DataSourceManager(&source));
-    if (!source) return false;
-    const Bstr application(manager.applicationId());
-    const Bstr user(manager.userId());
-    ComPtr<_IUPSection> argument = section;
-    VARIANT_BOOL ignored = VARIANT_FALSE;
-    checkRecorded(
-        (source.Get()->*member)(application.get(), user.get(), argument.GetAddressOf(), &ignored));
-    return true;
-}
-
 }  // namespace
 
 UPManager::UPManager() : sections_(make<UPSections>()), userId_(kNobody), applicationId_(kNobody) {}
 
 void UPManager::setUserId(std::wstring_view value) { userId_ = identity(value); }
 void UPManager::setApplicationId(std::wstring_view value) { applicationId_ = identity(value); }
-
-bool UPManager::isFor(std::wstring_view applicationId, std::wstring_view userId) const {
-    return identity(applicationId) == applicationId_ && identity(userId) == userId_;
-}
 
 ComPtr<_IUPSection> UPManager::section(std::wstring_view id) {
     ComPtr<_IUPSection> found;
@@ -62,35 +37,47 @@ void UPManager::add(ComPtr<_IUPSection> section) {
     checkRecorded(sections_->Add(section.GetAddressOf()));
 }
 
-void UPManager::eachSection(const std::function<void(_IUPSection*)>& visit) {
+std::vector<ComPtr<_IUPSection>> UPManager::sections() {
+    std::vector<ComPtr<_IUPSection>> sections;
     ComPtr<IUnknown> enumerator;
     checkRecorded(sections_->get_NewEnum(&enumerator));
     eachVariant(enumerator.Get(), [&](const Variant& next) {
         ComPtr<_IUPSection> section;
         if (IDispatch* object = objectIn(next)) check(queryOrAdapt<_IUPSection>(object, &section));
-        if (section) visit(section.Get());
+        if (section) sections.push_back(std::move(section));
         return true;
     });
+    return sections;
 }
 
 void UPManager::load() {
     loaded_ = true;
-    eachSection([this](_IUPSection* section) {
-        if (flagOf(section, &_IUPSection::get_Loaded)) return;
-        if (transfer(&_IUPDataSource::Load, *this, section)) {
-            checkRecorded(section->put_Loaded(VARIANT_TRUE));
-        }
-    });
+    for (const auto& section : sections()) {
+        ComPtr<_IUPDataSource> store;
+        // A caller's section may answer anything.
+        quietly([&] {
+            if (!flagOf(section.Get(), &_IUPSection::get_Loaded)) store = storeOf(section.Get());
+        });
+        if (!store) continue;
+        ComPtr<_IUPSection> argument = section;
+        VARIANT_BOOL ignored = VARIANT_FALSE;
+        checkRecorded(store->Load(Bstr(applicationId_).get(), Bstr(userId_).get(),
+                                  argument.GetAddressOf(), &ignored));
+        checkRecorded(section->put_Loaded(VARIANT_TRUE));
+    }
 }
 
 void UPManager::save() {
-    forgetDocuments();
-    eachSection([this](_IUPSection* section) {
-        if (flagOf(section, &_IUPSection::get_Saved)) return;
-        if (transfer(&_IUPDataSource::Save, *this, section)) {
-            checkRecorded(section->put_Saved(VARIANT_TRUE));
-        }
-    });
+    PreferencesSave(*this, PreferencesSave::Failures::Raised, PreferencesSave::Sections::All).run();
+}
+
+void UPManager::saveEach() {
+    PreferencesSave(*this, PreferencesSave::Failures::Kept, PreferencesSave::Sections::All).run();
+}
+
+void UPManager::saveLoaded() {
+    PreferencesSave(*this, PreferencesSave::Failures::Kept, PreferencesSave::Sections::Loaded)
+        .run();
 }
 
 HRESULT UPManager::get_PreferenceSections(_UPSections** result) {
@@ -147,13 +134,14 @@ HRESULT UPManager::Delete(BSTR userId, VARIANT_BOOL* result) {
     return answer(result, [&] {
         // What was read of the documents goes with them.
         forgetDocuments();
-        const std::wstring local = dataSources_->localName();
-        const std::wstring shared = dataSources_->sharedName();
+        const std::wstring local = dataSources_->localPath();
+        const std::wstring shared = dataSources_->sharedPath();
         const std::wstring user(text(userId));
         if (user.empty()) {
             deleteFile(local);
             deleteFile(shared);
             sections_ = make<UPSections>();
+            owed_.clear();
         } else {
             deleteFile(folderOf(local) + user + kLocalSuffix);
             deleteFile(folderOf(shared) + user + kSharedSuffix);

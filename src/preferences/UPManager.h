@@ -1,10 +1,11 @@
 // The preferences of one application and one user: registered sections, loaded, saved, deleted.
 #pragma once
 
-#include <functional>
+#include <vector>
 
 #include "contract.h"
 #include "preferences/UPDataSources.h"
+#include "preferences/preference_document.h"
 
 namespace vela {
 
@@ -33,23 +34,38 @@ class UPManager final : public Object<UPManager, _UPManager> {
     // Empty becomes the identity of nobody in particular, anything else is upper-cased.
     void setUserId(std::wstring_view value);
     void setApplicationId(std::wstring_view value);
-    // Whether setting these would change nothing.
-    bool isFor(std::wstring_view applicationId, std::wstring_view userId) const;
-
     // The registered section of an Id; null when there is none.
     ComPtr<_IUPSection> section(std::wstring_view id);
     void add(ComPtr<_IUPSection> section);
-    // Load and save pass on what a store raises.
+    // As they are registered now, in order.
+    std::vector<ComPtr<_IUPSection>> sections();
+
+    // Load and save pass on what a store raises, and then leave the sections behind it as they are.
     void load();
     void save();
+    // Saves what can be saved, each section on its own.
+    void saveEach();
+    // The same for the sections that were loaded: the others may not yet have what is stored.
+    void saveLoaded();
+    // Whether the section's own store could not write what was last saved. The next save tries it
+    // again, although its Saved is true.
+    bool owes(_IUPSection* section) const;
 
   private:
-    void eachSection(const std::function<void(_IUPSection*)>& visit);
+    friend class PreferencesSave;
+
+    // A section that could not be written, for the identities that it belongs to.
+    struct Owed {
+        UserPath user;
+        ComPtr<_IUPSection> section;
+    };
 
     ComPtr<_UPSections> sections_;
     std::wstring userId_;
     std::wstring applicationId_;
     bool loaded_ = false;
+    bool saving_ = false;
+    std::vector<Owed> owed_;
     const ComPtr<UPDataSources> dataSources_ = make<UPDataSources>();
 };
 

@@ -9,7 +9,7 @@ UPUtil::UPUtil(std::shared_ptr<UPContext> context) : context_(std::move(context)
 }
 
 UPUtil::~UPUtil() {
-    quietly([&] { context_->stop(); });
+    quietly([&] { context_->finish(); });
 }
 
 HRESULT UPUtil::NewPreferences(_UPUtil** result) {

@@ -2,7 +2,6 @@
 
 #include "automation/error.h"
 #include "collections/core/keyed_collection.h"
-#include "files/whole_file.h"
 #include "preferences/document_names.h"
 #include "preferences/preference_document.h"
 #include "runtime/apartment.h"
@@ -11,31 +10,48 @@ namespace vela {
 
 namespace {
 
+constexpr ULONGLONG kMoment = 1000;  // ms
+
 struct DocumentCache : ApartmentCache {
-    KeyedCollection<XmlDocument> documents;  // by file name
+    KeyedCollection<ReadDocument> documents;  // by file name
+    // What was last waited for in vain, and until when: the sections of one document do not wait
+    // one after the other.
+    std::wstring locked;
+    ULONGLONG waited = 0;
 };
 
-KeyedCollection<XmlDocument>& cache() { return apartmentLocal<DocumentCache>().documents; }
+DocumentCache& cache() { return apartmentLocal<DocumentCache>(); }
 
-std::optional<XmlDocument> documentIn(const std::wstring& fileName) {
-    Bytes content;
-    const DWORD error = readWholeFile(documentName(fileName), content);
-    if (error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND) return std::nullopt;
+DWORD read(const std::wstring& fileName, Bytes& content) {
+    const bool waited = cache().locked == fileName && GetTickCount64() - cache().waited < kMoment;
+    const DWORD error =
+        waited ? readWholeFile(fileName, content, 0) : readWholeFile(fileName, content);
+    if (error == ERROR_SHARING_VIOLATION || error == ERROR_LOCK_VIOLATION) {
+        cache().locked = fileName;
+        cache().waited = GetTickCount64();
+    }
+    return error;
+}
+
+ReadDocument documentIn(const std::wstring& fileName) {
+    auto content = std::make_shared<Bytes>();
+    const DWORD error = read(documentName(fileName), *content);
+    if (error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND) return {};
     check(HRESULT_FROM_WIN32(error));
-    auto document = parsed(content);
+    const auto document = parsed(*content);
     if (!document) throw Error{E_FAIL, kLibraryName, L"The file is no XML document: " + fileName};
-    return document;
+    return {*document, std::move(content)};
 }
 
 }  // namespace
 
-std::optional<XmlDocument> cachedDocument(const std::wstring& fileName) {
-    if (const XmlDocument* cached = cache().find(fileName)) return *cached;
-    const auto document = documentIn(fileName);
-    if (document) cache().add(*document, std::wstring_view(fileName));
-    return document;
+ReadDocument cachedDocument(const std::wstring& fileName) {
+    if (const ReadDocument* cached = cache().documents.find(fileName)) return *cached;
+    const ReadDocument read = documentIn(fileName);
+    if (read.document) cache().documents.add(read, std::wstring_view(fileName));
+    return read;
 }
 
-void forgetDocuments() { cache().clear(); }
+void forgetDocuments() { cache().documents.clear(); }
 
 }  // namespace vela

@@ -1,5 +1,7 @@
 #include "preferences/document_update.h"
 
+#include <span>
+
 #include "automation/error.h"
 #include "preferences/document_bytes.h"
 #include "preferences/document_names.h"
@@ -28,18 +30,20 @@ void replace(FileReplacement& file, const std::string& content) {
 DocumentUpdate::DocumentUpdate(const std::wstring& fileName)
     : fileName_(documentName(fileName)), replacement_(fileName) {
     check(HRESULT_FROM_WIN32(replacement_.error()));
-    Bytes content = contentOf(fileName);
+    content_ = std::make_shared<const Bytes>(contentOf(fileName));
     std::optional<XmlDocument> found;
-    if (!content.empty()) found = parsed(content);
+    if (!content_->empty()) found = parsed(*content_);
     existed_ = found.has_value();
-    if (!existed_) unreadable_ = std::move(content);
     document_ = existed_ ? *found : emptyDocument();
 }
 
 void DocumentUpdate::commit() {
-    const std::string content = bytesOf(document_);
-    if (!unreadable_.empty()) keepAside(fileName_, unreadable_);
-    replace(replacement_, content);
+    const std::string written = bytesOf(document_);
+    const auto bytes = std::as_bytes(std::span(written));
+    auto content = std::make_shared<const Bytes>(bytes.begin(), bytes.end());
+    if (!existed_ && !content_->empty()) keepAside(fileName_, *content_);
+    replace(replacement_, written);
+    content_ = std::move(content);
 }
 
 void createDocument(const std::wstring& fileName) {

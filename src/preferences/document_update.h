@@ -1,9 +1,10 @@
 // Changing the document of a file, as many of its sections at once as there are to change.
 //
 //     DocumentUpdate update(fileName);
-//     if (replaceSection(update.document(), user, section)) update.commit();
+//     if (change(update.document())) update.commit();
 #pragma once
 
+#include <memory>
 #include <string>
 
 #include "files/whole_file.h"
@@ -23,6 +24,8 @@ class DocumentUpdate {
     const XmlDocument& document() const { return document_; }
     // Whether the document is that of the file.
     bool existed() const { return existed_; }
+    // The bytes of the file, as they were found or, from the commit on, are now.
+    const std::shared_ptr<const Bytes>& content() const { return content_; }
 
     // Puts the document in the file's place, hidden where there was no file. What was unreadable is
     // kept aside. Throws Error.
@@ -31,9 +34,9 @@ class DocumentUpdate {
   private:
     std::wstring fileName_;
     FileReplacement replacement_;
+    std::shared_ptr<const Bytes> content_;
     XmlDocument document_;
     bool existed_ = false;
-    Bytes unreadable_;  // what the file holds that is no document
 };
 
 // Puts an empty document in the file's place, hidden where there was no file. Throws Error.

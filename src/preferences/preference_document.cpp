@@ -18,6 +18,13 @@ std::optional<XmlDocument> parsedFrom(Content content) {
     return document;
 }
 
+// The identity itself. A path has no way to write a quotation mark.
+const std::wstring& nameable(const std::wstring& identity) {
+    if (identity.find(L'"') == identity.npos) return identity;
+    throw Error{E_INVALIDARG, kLibraryName,
+                L"A document cannot hold an identity with a quotation mark: " + identity};
+}
+
 std::wstring withId(const std::wstring& path, const std::wstring& id) {
     return path + L"[@id=\"" + nameable(id) + L"\"]";
 }
@@ -45,10 +52,11 @@ XmlNode rootOf(const XmlDocument& document) {
 }
 
 short versionOf(const XmlDocument& document) {
-    const std::wstring version = firstAttribute(rootOf(document));
+    std::wstring version;
+    const XmlNode root = rootOf(document);
+    quietly([&] { version = firstAttribute(root); });
     const long number = std::wcstol(version.c_str(), nullptr, 10);
-    if (number < -32768 || number > 32767) raise(RuntimeError::Overflow);
-    return static_cast<short>(number);
+    return number < -32768 || number > 32767 ? short{0} : static_cast<short>(number);
 }
 
 UserPath::UserPath(std::wstring_view applicationId, std::wstring_view userId)
@@ -62,12 +70,6 @@ std::wstring UserPath::user() const { return withId(application() + L"/App_User"
 
 std::wstring UserPath::section(const std::wstring& id) const {
     return withId(user() + L"/" + id + L"_Section", id);
-}
-
-const std::wstring& nameable(const std::wstring& identity) {
-    if (identity.find(L'"') == identity.npos) return identity;
-    throw Error{E_INVALIDARG, kLibraryName,
-                L"A document cannot hold an identity with a quotation mark: " + identity};
 }
 
 }  // namespace vela

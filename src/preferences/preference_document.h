@@ -29,7 +29,8 @@ std::optional<XmlDocument> parsed(std::wstring_view xml);
 
 // Throws Error when the document is none of preferences.
 XmlNode rootOf(const XmlDocument& document);
-// The number that the root's first attribute, its version, begins with. Throws Error.
+// The number that the root's first attribute, its version, begins with; 0 where there is none, or
+// none of 16 bits. Throws Error when the document is none of preferences.
 short versionOf(const XmlDocument& document);
 
 // Where a document holds the sections of one user of one application.
@@ -46,12 +47,11 @@ class UserPath {
     std::wstring user() const;
     std::wstring section(const std::wstring& id) const;
 
+    bool operator==(const UserPath&) const = default;
+
   private:
     std::wstring applicationId_;
     std::wstring userId_;
 };
-
-// The identity itself. Throws Error when it holds a quotation mark: a path has no way to write one.
-const std::wstring& nameable(const std::wstring& identity);
 
 }  // namespace vela

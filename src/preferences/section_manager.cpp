@@ -6,24 +6,21 @@ namespace vela {
 
 namespace {
 
-bool isKeptIn(_IUPSection* section, const std::wstring& source) {
-    ComPtr<_IUPDataSource> store;
-    checkRecorded(section->get_DataSourceManager(&store));
-    if (!store) return false;
-    Variant name;
-    checkRecorded(store->get_DataSource(&name));
-    return textOf(name) == source;
+bool areOneDocument(_IUPDataSource* one, _IUPDataSource* other) {
+    const auto first = own<UPDataSourceXML>(one), second = own<UPDataSourceXML>(other);
+    return first && second && first->path() == second->path();
 }
 
 }  // namespace
 
-void registerSection(UPManager& manager, const SectionKind& kind, const std::wstring& source,
-                     Existing existing) {
-    const auto old = existing == Existing::Kept ? manager.section(kind.id) : nullptr;
-    if (old && isKeptIn(old.Get(), source)) return;
-    if (old && manager.loaded()) manager.save();  // what is new in it belongs to the old store
+void registerSection(UPManager& manager, const SectionKind& kind,
+                     const ComPtr<_IUPDataSource>& store) {
+    const ComPtr<_IUPSection> old = manager.section(kind.id);
+    if (old && manager.owes(old.Get()) && areOneDocument(storeOf(old.Get()).Get(), store.Get())) {
+        return;
+    }
     const ComPtr<_IUPSection> section = makeSection(kind);
-    checkRecorded(section->putref_DataSourceManager(make<UPDataSourceXML>(source).Get()));
+    checkRecorded(section->putref_DataSourceManager(store.Get()));
     manager.add(section);
 }
 

@@ -7,17 +7,11 @@
 
 namespace vela {
 
-// What becomes of a section of the same kind that is registered already.
-enum class Existing {
-    Replaced,
-    // It stays, with what it has loaded and changed, if it is kept in the same document. Otherwise
-    // a running manager saves it before it is replaced.
-    Kept
-};
-
-// Registers a new section of `kind`, kept in the document `source`, with `manager`.
-void registerSection(UPManager& manager, const SectionKind& kind, const std::wstring& source,
-                     Existing existing);
+// Registers a new section of `kind`, kept in `store`, with `manager`; what is unsaved should have
+// been saved. A section of that kind that could not be written, and is kept in the same document,
+// stays instead: it has what the document does not.
+void registerSection(UPManager& manager, const SectionKind& kind,
+                     const ComPtr<_IUPDataSource>& store);
 
 template <class Item>
 class SectionManager {

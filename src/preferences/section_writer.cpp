@@ -3,59 +3,31 @@
 #include <map>
 #include <vector>
 
-#include "automation/late_properties.h"
+#include "automation/error.h"
 #include "preferences/Section.h"
+#include "preferences/item_prints.h"
 #include "preferences/stored_item.h"
-#include "text/dates/core/calendar.h"
 
 namespace vela {
 
 namespace {
 
-// ---- fields ------------------------------------------------------------------------------------
-
-// A field as the document holds it; dates as dd-mm-yyyy, the zero date as nothing.
-Variant fieldText(Variant value) {
-    if (value.vt == VT_BSTR) return value;
-    if (value.vt != VT_DATE) return converted(value, VT_BSTR);
-    SYSTEMTIME time;
-    if (value.date <= 0 || !VariantTimeToSystemTime(value.date, &time)) return Variant(L"");
-    return Variant(dateText(std::chrono::year{time.wYear} / time.wMonth / time.wDay));
-}
-
-struct StoredField {
-    Bstr attribute;  // in lower case
-    std::wstring property;
-};
-
-// The fields that a section keeps, in the order of its item class's members.
-std::vector<StoredField> fieldsOf(_IUPSection* section) {
-    const std::wstring listed = upperCase(textProperty(section, &_IUPSection::get_Properties));
-    ComPtr<IDispatch> sample;
-    checkRecorded(section->CreateItem(&sample));
-    std::vector<StoredField> fields;
-    for (const std::wstring& name : settableProperties(sample.Get())) {
-        const std::wstring upper = upperCase(name);
-        if (upper == L"GROUP" || upper == L"ID") continue;
-        if (!listed.empty() && listed.find(L"[" + upper + L"]") == listed.npos) continue;
-        std::wstring lower = name;
-        for (wchar_t& c : lower) c = lowerCase(c);
-        fields.push_back({Bstr(lower), name});
-    }
-    return fields;
-}
-
 // ---- elements ----------------------------------------------------------------------------------
+
+XmlElement newElement(const XmlDocument& document, const std::wstring& name, std::wstring_view id) {
+    const XmlElement element = document.createElement(name);
+    setAttribute(element, Bstr(L"id"), Variant(id));
+    return element;
+}
 
 XmlElement append(const XmlDocument& document, const XmlNode& parent, const std::wstring& name,
                   std::wstring_view id) {
-    const XmlElement element = document.createElement(name);
-    setAttribute(element, Bstr(L"id"), Variant(id));
+    const XmlElement element = newElement(document, name, id);
     check(parent->appendChild(element.Get(), nullptr));
     return element;
 }
 
-// The three below are made when missing.
+// The two below are made when missing.
 
 XmlNode applicationElement(const XmlDocument& document, const UserPath& user) {
     if (const XmlNode found = document.select(user.application())) return found;
@@ -68,93 +40,140 @@ XmlNode userElement(const XmlDocument& document, const UserPath& user) {
     return append(document, application, L"App_User", user.userId());
 }
 
-XmlNode sectionElement(const XmlDocument& document, const UserPath& user, _IUPSection* section) {
+// A new element for the section, outside the document's tree.
+XmlElement newSection(const XmlDocument& document, _IUPSection* section) {
     const std::wstring id = idOf(section);
-    const XmlNode parent = userElement(document, user);
-    if (const XmlNode found = document.select(user.section(id))) return found;
-    const XmlElement made = append(document, parent, id + L"_Section", id);
+    const XmlElement made = newElement(document, id + L"_Section", id);
     setAttribute(made, Bstr(L"description"),
                  Variant(textProperty(section, &_IUPSection::get_Description)));
     return made;
 }
 
-// The group elements of one section, found by their id and made when missing.
-class Groups {
-  public:
-    Groups(const XmlDocument& document, const XmlNode& section, const std::wstring& sectionId)
-        : document_(document), section_(section), name_(sectionId + L"_Group") {
-        eachChild(section, [&](const XmlNode& child) {
-            XmlElement element;
-            Bstr name;
-            check(child.As(&element));
-            check(child->get_nodeName(name.put()));
-            if (name.view() == name_) elements_.try_emplace(attribute(element, L"id"), element);
-        });
-    }
+XmlNode copyOf(const XmlNode& node) {
+    XmlNode copy;
+    check(node->cloneNode(VARIANT_TRUE, &copy));
+    return copy;
+}
 
-    const XmlElement& at(const std::wstring& group) {
-        auto found = elements_.find(group);
-        if (found == elements_.end()) {
-            const XmlElement made = append(document_, section_, name_, nameable(group));
-            found = elements_.emplace(group, made).first;
-        }
-        return found->second;
-    }
+void remove(const XmlNode& node) {
+    XmlNode parent;
+    check(node->get_parentNode(&parent));
+    check(parent->removeChild(node.Get(), nullptr));
+}
 
-  private:
-    const XmlDocument& document_;
-    XmlNode section_;
-    std::wstring name_;
-    std::map<std::wstring, XmlElement> elements_;
-};
+// Puts a new section, if it holds anything, in the place of the old one, if there is one.
+void exchange(const XmlDocument& document, const UserPath& user, const XmlNode& old,
+              const XmlElement& made) {
+    VARIANT_BOOL filled = VARIANT_FALSE;
+    check(made->hasChildNodes(&filled));
+    const XmlNode parent = isTrue(filled) ? userElement(document, user) : nullptr;
+    if (old) remove(old);
+    if (parent) check(parent->appendChild(made.Get(), nullptr));
+}
 
 // ---- items -------------------------------------------------------------------------------------
 
-// Writes the items of one section.
+// Writes items into a section's element.
 class ItemWriter {
   public:
-    ItemWriter(const XmlDocument& document, const XmlNode& element, _IUPSection* section)
+    ItemWriter(const XmlDocument& document, const XmlElement& section, const std::wstring& id,
+               ItemProperties& properties)
         : document_(document),
-          name_(idOf(section) + L"_Item"),
-          fields_(fieldsOf(section)),
-          groups_(document, element, idOf(section)) {}
+          section_(section),
+          groupName_(id + L"_Group"),
+          itemName_(id + L"_Item"),
+          properties_(properties) {}
 
-    void write(IDispatch* object) {
-        const ComPtr<_IUPItem> item = itemIn(object);
-        const XmlElement& group = groups_.at(textProperty(item.Get(), &_IUPItem::get_Group));
-        const XmlElement element = document_.createElement(name_);
-        setAttribute(element, Bstr(L"id"), Variant(textProperty(item.Get(), &_IUPItem::get_Id)));
-        for (const StoredField& field : fields_) {
-            setAttribute(element, field.attribute,
-                         fieldText(getProperty(object, field.property.c_str())));
-        }
-        check(group->appendChild(element.Get(), nullptr));
+    // False for an item that does not tell its identity.
+    bool write(IDispatch* object) {
+        Bstr id, group;
+        const bool known = quietly([&] {
+            const ComPtr<_IUPItem> item = itemIn(object);
+            checkRecorded(item->get_Id(id.put()));
+            checkRecorded(item->get_Group(group.put()));
+        });
+        if (known) write(object, id.view(), group.str());
+        return known;
     }
+    void copy(const std::wstring& group, const XmlNode& item) { add(group, copyOf(item)); }
 
   private:
+    void write(IDispatch* object, std::wstring_view id, const std::wstring& group) {
+        const XmlElement element = newElement(document_, itemName_, id);
+        for (const ItemProperty& property : properties_.of(object)) {
+            if (!property.stored) continue;
+            auto value = storedValue(object, property);
+            if (value) setAttribute(element, property.attribute, *std::move(value));
+        }
+        add(group, element);
+    }
+    void add(const std::wstring& group, const XmlNode& item) {
+        check(groupElement(group)->appendChild(item.Get(), nullptr));
+    }
+
+    const XmlElement& groupElement(const std::wstring& id) {
+        XmlElement& group = groups_[id];
+        if (!group) group = append(document_, section_, groupName_, id);
+        return group;
+    }
+
     const XmlDocument& document_;
-    const std::wstring name_;
-    const std::vector<StoredField> fields_;
-    Groups groups_;
+    const XmlElement& section_;
+    const std::wstring groupName_;
+    const std::wstring itemName_;
+    ItemProperties& properties_;
+    std::map<std::wstring, XmlElement> groups_;
 };
 
-// False when none is stored.
-bool removeSection(const XmlDocument& document, const UserPath& user, _IUPSection* section) {
-    const XmlNode element = document.select(user.section(idOf(section)));
-    if (!element) return false;
-    XmlNode parent;
-    check(element->get_parentNode(&parent));
-    check(parent->removeChild(element.Get(), nullptr));
-    return true;
-}
+// The items of a stored section, and what in it cannot be read as items.
+struct StoredSection {
+    struct Item {
+        std::wstring group;
+        XmlNode node;
+    };
 
-void writeItems(const XmlDocument& document, const UserPath& user, _IUPSection* section) {
-    ItemWriter writer(document, sectionElement(document, user, section), section);
-    eachItem(itemsOf(section).Get(), [&](const Variant& item) {
-        writer.write(objectIn(item));
-        return true;
-    });
-}
+    explicit StoredSection(const XmlNode& section) {
+        if (section) eachChild(section, [&](const XmlNode& group) { addGroup(group); });
+    }
+
+    std::vector<Item> items;
+    std::vector<ItemPrint> prints;  // of the items
+    std::vector<XmlNode> others;
+
+  private:
+    void addGroup(const XmlNode& group) {
+        std::wstring id;
+        if (!quietly([&] { id = firstAttribute(group); })) return others.push_back(group);
+        eachChild(group, [&](const XmlNode& item) {
+            const Bstr text = xmlOf(item);
+            XmlScanner scanner(text.view());
+            scanner.next();
+            items.push_back({id, item});
+            prints.push_back(printOf(id, scanner.attributes()));
+        });
+    }
+};
+
+// The items that tell their identity.
+struct OurItems {
+    OurItems(_IUPSection* section, ItemProperties& properties) {
+        eachItem(itemsOf(section).Get(), [&](const Variant& item) {
+            const auto print = printOf(objectIn(item), properties);
+            if (print) {
+                items.emplace_back(objectIn(item));
+                prints.push_back(*print);
+            }
+            areAll = areAll && print;
+            return true;
+        });
+    }
+
+    std::vector<ComPtr<IDispatch>> items;
+    std::vector<ItemPrint> prints;
+    bool areAll = true;
+};
+
+}  // namespace
 
 bool hasItems(_IUPSection* section) {
     bool found = false;
@@ -165,13 +184,40 @@ bool hasItems(_IUPSection* section) {
     return found;
 }
 
-}  // namespace
+Replaced replaceSection(const XmlDocument& document, const UserPath& user, _IUPSection* section) {
+    const XmlNode old = document.select(user.section(idOf(section)));
+    const XmlElement made = newSection(document, section);
+    ItemProperties properties(section);
+    ItemWriter writer(document, made, idOf(section), properties);
+    bool changed = old != nullptr, complete = true;
+    eachItem(itemsOf(section).Get(), [&](const Variant& item) {
+        complete &= writer.write(objectIn(item));
+        return changed = true;
+    });
+    if (old && !complete) return Replaced::Refused;
+    if (changed) exchange(document, user, old, made);
+    return changed ? Replaced::Changed : Replaced::Unchanged;
+}
 
-bool replaceSection(const XmlDocument& document, const UserPath& user, _IUPSection* section) {
-    const bool filled = hasItems(section);
-    const bool removed = removeSection(document, user, section);
-    if (filled) writeItems(document, user, section);
-    return filled || removed;
+std::vector<KnownItem> mergeSection(const XmlDocument& document, const UserPath& user,
+                                    _IUPSection* section, std::span<const KnownItem> known) {
+    const XmlNode old = document.select(user.section(idOf(section)));
+    ItemProperties properties(section);
+    const OurItems ours(section, properties);
+    const StoredSection theirs(old);
+    Merge merge = merged(known, ours.prints, theirs.prints, ours.areAll);
+
+    const XmlElement made = newSection(document, section);
+    ItemWriter writer(document, made, idOf(section), properties);
+    for (const MergedItem& item : merge.items) {
+        if (item.ours) writer.write(ours.items[item.index].Get());
+        else writer.copy(theirs.items[item.index].group, theirs.items[item.index].node);
+    }
+    for (const XmlNode& other : theirs.others) {
+        check(made->appendChild(copyOf(other).Get(), nullptr));
+    }
+    exchange(document, user, old, made);
+    return std::move(merge.known);
 }
 
 }  // namespace vela

@@ -3,10 +3,13 @@
 // An item's public properties and its IUPItem ones have the same names and signatures and do not
 // always do the same, so the two interfaces are implemented by two bases: the item's fields, and
 // ItemIdentity, which goes through four functions of the item.
+//
+// Identities are without the characters that documents cannot hold, so that they are found again.
 #pragma once
 
 #include "contract.h"
 #include "text/core/upper_case.h"
+#include "xml/core/xml_text.h"
 
 namespace vela {
 
@@ -47,9 +50,9 @@ template <class Fields>
 class StoredItem final : public Object<StoredItem<Fields>, Fields, ItemIdentity> {
   private:
     std::wstring itemId() override { return this->id_; }
-    void setItemId(std::wstring_view value) override { this->id_ = value; }
+    void setItemId(std::wstring_view value) override { this->id_ = xmlText(value); }
     std::wstring itemGroup() override { return this->group_; }
-    void setItemGroup(std::wstring_view value) override { this->group_ = value; }
+    void setItemGroup(std::wstring_view value) override { this->group_ = xmlText(value); }
 };
 
 // An object seen as an item; throws Error 13 when it is none.
@@ -60,8 +63,9 @@ inline ComPtr<_IUPItem> itemIn(IDispatch* object) {
 }
 
 // The public properties store identities in upper case.
+inline std::wstring upperIdentity(std::wstring_view value) { return upperCase(xmlText(value)); }
 inline HRESULT takeUpper(std::wstring& field, BSTR value) {
-    return guard([&] { field = upperCase(text(value)); });
+    return guard([&] { field = upperIdentity(text(value)); });
 }
 
 }  // namespace vela

@@ -1,26 +1,13 @@
 #include "preferences/up_context.h"
 
+#include "preferences/UPDataSourceXML.h"
+#include "preferences/document_cache.h"
+#include "preferences/live_contexts.h"
 #include "runtime/apartment.h"
 
 namespace vela {
 
 namespace {
-
-using Contexts = std::set<UPContext*>;
-
-// A client that forgets to stop loses nothing: at the apartment's end every context does.
-struct LiveContexts {
-    const std::shared_ptr<Contexts> all = std::make_shared<Contexts>();
-
-    void end() {
-        for (UPContext* context : Contexts(*all)) {
-            // One that stops may take others with it, and itself.
-            quietly([&] {
-                if (all->contains(context)) context->shared_from_this()->stop();
-            });
-        }
-    }
-};
 
 struct SharedContext {
     const std::shared_ptr<UPContext> context = std::make_shared<UPContext>();
@@ -31,25 +18,26 @@ std::wstring lowerCase(std::wstring text) {
     return text;
 }
 
-void registerSections(UPManager& manager, Existing existing) {
-    const std::wstring local = manager.dataSources()->localName();
-    const std::wstring shared = manager.dataSources()->sharedName();
-    registerSection(manager, kPPSection, local, existing);
-    registerSection(manager, kUISection, local, existing);
-    registerSection(manager, kDPSection, shared, existing);
-    registerSection(manager, kKVSection, shared, existing);
+void registerSections(UPManager& manager) {
+    UPDataSources& sources = *manager.dataSources().Get();
+    sources.settle();
+    const auto local = [&] {
+        return make<UPDataSourceXML>(sources.localName(), sources.localPath());
+    };
+    const auto shared = [&] {
+        return make<UPDataSourceXML>(sources.sharedName(), sources.sharedPath());
+    };
+    registerSection(manager, kPPSection, local());
+    registerSection(manager, kUISection, local());
+    registerSection(manager, kDPSection, shared());
+    registerSection(manager, kKVSection, shared());
 }
 
-// Report parameters are registered by their own manager, so no start registers them again. For
-// other identities they are read anew, from the store that they have.
+// Report parameters are registered by their own manager, so no start registers them again: they are
+// read anew, from the store that they have.
 void renewReportParameters(UPManager& manager) {
     const ComPtr<_IUPSection> old = manager.section(kRPSection.id);
-    if (!old) return;
-    ComPtr<_IUPDataSource> store;
-    checkRecorded(old->get_DataSourceManager(&store));
-    const ComPtr<_IUPSection> renewed = makeSection(kRPSection);
-    checkRecorded(renewed->putref_DataSourceManager(store.Get()));
-    manager.add(renewed);
+    if (own<RPSection>(old.Get())) registerSection(manager, kRPSection, storeOf(old.Get()));
 }
 
 }  // namespace
@@ -57,7 +45,7 @@ void renewReportParameters(UPManager& manager) {
 std::shared_ptr<UPContext> UPContext::shared() { return apartmentLocal<SharedContext>().context; }
 
 UPContext::UPContext()
-    : manager_(make<UPManager>()), siblings_(apartmentLocal<LiveContexts>().all) {
+    : manager_(make<UPManager>()), siblings_(apartmentLocal<LiveContexts>().all()) {
     siblings_->insert(this);
 }
 
@@ -65,21 +53,37 @@ UPContext::~UPContext() { siblings_->erase(this); }
 
 short UPContext::start(std::wstring_view applicationId, std::wstring_view userId) {
     UPManager& manager = *manager_.Get();
-    const bool same = manager.isFor(applicationId, userId);
-    if (!same && manager.loaded()) manager.save();  // what is new belongs to the old identities
+    manager.saveLoaded();  // what is new belongs to the old identities, and to the old documents
+    forgetDocuments();
     manager.setApplicationId(applicationId);
     manager.setUserId(userId);
     helpers_ = std::make_shared<Helpers>(manager_);
-    registerSections(manager, same ? Existing::Kept : Existing::Replaced);
-    if (!same) renewReportParameters(manager);
+    registerSections(manager);
+    renewReportParameters(manager);
     manager.load();
     return -1;
 }
 
 void UPContext::stop() {
     manager_->save();
+    rest();
+}
+
+void UPContext::finish() {
+    manager_->saveEach();
+    rest();
+}
+
+void UPContext::rest() {
     helpers_.reset();
     manager_->setLoaded(false);
+}
+
+// One call of a facade.
+template <class Body>
+void UPContext::serve(Body body) const {
+    const LiveContexts::Call call;
+    quietly(body);
 }
 
 std::shared_ptr<UPContext::Helpers> UPContext::helpers() const {
@@ -90,7 +94,7 @@ std::shared_ptr<UPContext::Helpers> UPContext::helpers() const {
 bool UPContext::loadDefaultPath(std::wstring_view reference, std::wstring_view group, BSTR* path,
                                 BSTR* file, BSTR* ext) {
     bool found = false;
-    quietly([&] {
+    serve([&] {
         const auto stored = helpers()->paths.path(reference, group);
         if (!stored) return;
         rewrite(path, stored->path);
@@ -103,31 +107,31 @@ bool UPContext::loadDefaultPath(std::wstring_view reference, std::wstring_view g
 
 void UPContext::saveDefaultPath(std::wstring_view reference, std::wstring_view group,
                                 const DefaultPath& value) {
-    quietly([&] { helpers()->paths.savePath(reference, group, value); });
+    serve([&] { helpers()->paths.savePath(reference, group, value); });
 }
 
 std::wstring UPContext::getValue(std::wstring_view reference, std::wstring_view group,
                                  std::wstring_view defaultValue) {
     std::wstring value;
-    quietly([&] { value = helpers()->values.value(reference, group, defaultValue); });
+    serve([&] { value = helpers()->values.value(reference, group, defaultValue); });
     return value;
 }
 
 void UPContext::saveValue(std::wstring_view reference, std::wstring_view group,
                           std::wstring_view value) {
-    quietly([&] { helpers()->values.saveValue(reference, group, value); });
+    serve([&] { helpers()->values.saveValue(reference, group, value); });
 }
 
 bool UPContext::loadWindowPos(IDispatch* window, std::wstring_view id, std::wstring_view group) {
     bool found = false;
-    quietly([&] {
+    serve([&] {
         if (window) found = helpers()->windows.loadPosition(window, id, group);
     });
     return found;
 }
 
 void UPContext::saveWindowPos(IDispatch* window, std::wstring_view id, std::wstring_view group) {
-    quietly([&] {
+    serve([&] {
         if (!window || !isTrue(converted(getProperty(window, L"Visible"), VT_BOOL).boolVal)) return;
         helpers()->windows.savePosition(window, id, group);
     });
@@ -136,20 +140,20 @@ void UPContext::saveWindowPos(IDispatch* window, std::wstring_view id, std::wstr
 bool UPContext::uiSetPrintingPreferences(HWND owner, short type, std::wstring_view reference,
                                          _ISetPrinter* printer, const PrintDefaults& defaults) {
     bool chosen = false;
-    quietly([&] { chosen = helpers()->printers.ask(owner, type, reference, printer, defaults); });
+    serve([&] { chosen = helpers()->printers.ask(owner, type, reference, printer, defaults); });
     return chosen;
 }
 
 bool UPContext::usePrintingPreferences(short type, std::wstring_view reference,
                                        _ISetPrinter* printer, const PrintDefaults& defaults) {
     bool applied = false;
-    quietly([&] { applied = helpers()->printers.apply(type, reference, printer, defaults); });
+    serve([&] { applied = helpers()->printers.apply(type, reference, printer, defaults); });
     return applied;
 }
 
 short UPContext::getCopies(short type, std::wstring_view reference) {
     short copies = 0;
-    quietly([&] {
+    serve([&] {
         if (const auto item = helpers()->printers.choice(type, reference)) {
             check(item->get_Copies(&copies));
         }
@@ -159,7 +163,7 @@ short UPContext::getCopies(short type, std::wstring_view reference) {
 
 std::wstring UPContext::getPrinterDescription(short type, std::wstring_view reference) {
     std::wstring description;
-    quietly([&] {
+    serve([&] {
         const auto item = helpers()->printers.choice(type, reference);
         if (!item) return;
         short copies = 0;

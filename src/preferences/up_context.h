@@ -24,12 +24,16 @@ class UPContext : public std::enable_shared_from_this<UPContext> {
 
     const ComPtr<UPManager>& manager() const { return manager_; }
 
-    // Sets the identities, registers the helpers' sections and loads them. Sections that are there
-    // for the same identities stay as they are; for other ones they are saved, if they were
-    // started, and read anew. Passes on what a store raises. Returns -1.
+    // Saves what is unsaved, sets the identities, registers the helpers' sections and loads them.
+    // Sections that were there go, but for those that could not be written. Passes on what a store
+    // raises in loading. Returns -1.
     short start(std::wstring_view applicationId, std::wstring_view userId);
     // Saves, and lets go of the helpers. Passes on what a store raises.
     void stop();
+    // The same, for the last time: what one store raises keeps no other section from being saved.
+    void finish();
+    // Saves what is unsaved of what was loaded, and raises nothing.
+    void saveInPassing() { manager_->saveLoaded(); }
 
     // The work of the facades. Nothing is raised: a failure, or a context that is not started,
     // gives false, 0 or the empty text.
@@ -64,6 +68,9 @@ class UPContext : public std::enable_shared_from_this<UPContext> {
     // Throws Error when the context is not started. Held by each operation for its length: what it
     // calls may stop or start the context.
     std::shared_ptr<Helpers> helpers() const;
+    template <class Body>
+    void serve(Body body) const;
+    void rest();
 
     const ComPtr<UPManager> manager_;
     const std::shared_ptr<std::set<UPContext*>> siblings_;  // all of the apartment's, this included

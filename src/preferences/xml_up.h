@@ -3,7 +3,6 @@
 // Nothing here raises: every failure is the result false, and leaves no error info.
 #pragma once
 
-#include <optional>
 #include <string>
 #include <string_view>
 
@@ -22,10 +21,12 @@ class XMLup {
     // reading of a file is kept until forgetDocuments().
     bool loadFromFile(const std::wstring& fileName, std::wstring_view applicationId,
                       std::wstring_view userId, _IUPSection* section);
-    // Replaces the section in the file, which is made when missing. The rest of the document stays;
-    // a document that cannot be parsed is first kept aside under a name ending in ".bad". A file
-    // that cannot be read or written is left as it is, and so is one that has no document while the
-    // section has no items: these are failures.
+    // Puts the section into the file, which is made when missing, and its folder too. It is merged,
+    // item by item, with what others wrote since it was read from there; a section that was never
+    // read replaces the stored one. The rest of the document stays; a document that cannot be
+    // parsed is first kept aside under a name ending in ".bad". A file that cannot be read or
+    // written is left as it is, and so is one that has no document while the section has no items:
+    // these are failures.
     bool saveIntoFile(const std::wstring& fileName, std::wstring_view applicationId,
                       std::wstring_view userId, _IUPSection* section);
     // Writes an empty document, hidden.
@@ -38,8 +39,8 @@ class XMLup {
                              std::wstring_view userId, _IUPSection* section);
 
   private:
-    bool load(const std::optional<XmlDocument>& document, const UserPath& user,
-              _IUPSection* section);
+    // Whether all of the section could be read.
+    bool read(const XmlDocument& document, const UserPath& user, _IUPSection* section);
 
     short version_ = 0;
 };

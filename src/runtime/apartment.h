@@ -77,4 +77,11 @@ T& apartmentLocal() {
     return static_cast<detail::Held<T>*>(found)->value;
 }
 
+// The same; null when the apartment has none.
+template <class T>
+T* apartmentLocalIfAny() {
+    detail::ApartmentThing* found = detail::findThing(detail::thingKey<T>());
+    return found ? &static_cast<detail::Held<T>*>(found)->value : nullptr;
+}
+
 }  // namespace vela

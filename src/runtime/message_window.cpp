@@ -5,8 +5,9 @@
 namespace vela {
 
 // A window class of the platform's: one of our own would have to go with this module.
-MessageWindow::MessageWindow(MessageHandler& handler, const wchar_t* name)
-    : window_(CreateWindowExW(0, L"STATIC", name, 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr,
+MessageWindow::MessageWindow(MessageHandler& handler, const wchar_t* name, Kind kind)
+    : window_(CreateWindowExW(0, L"STATIC", name, 0, 0, 0, 0, 0,
+                              kind == Kind::Private ? HWND_MESSAGE : nullptr, nullptr, nullptr,
                               nullptr)) {
     if (!window_) raiseLastError();
     SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(&handler));

@@ -19,8 +19,12 @@ class MessageHandler {
 // when its own thread next looks for some. The handler must outlive it.
 class MessageWindow {
   public:
+    enum class Kind {
+        Private,  // gets what is sent to itself
+        TopLevel  // gets what the platform tells all programs, too, such as the end of the session
+    };
     // `name` is what debugging tools show. Throws Error when the platform has no window to give.
-    MessageWindow(MessageHandler& handler, const wchar_t* name);
+    MessageWindow(MessageHandler& handler, const wchar_t* name, Kind kind = Kind::Private);
     MessageWindow(const MessageWindow&) = delete;
     MessageWindow& operator=(const MessageWindow&) = delete;
     ~MessageWindow();

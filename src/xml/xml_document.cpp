@@ -220,6 +220,12 @@ XmlNode attributeNode(const XmlElement& element, std::wstring_view name) {
     return found;
 }
 
+Bstr xmlOf(const XmlNode& node) {
+    Bstr text;
+    check(node->get_xml(text.put()));
+    return text;
+}
+
 std::wstring firstAttribute(const XmlNode& node) {
     const auto attributes = detail::attributesOf(node);
     detail::NameAndValue found;

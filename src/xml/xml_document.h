@@ -74,6 +74,8 @@ void setAttribute(const XmlElement& element, const Bstr& name, Variant value);
 std::wstring attribute(const XmlElement& element, const std::wstring& name);
 // The attribute of exactly that name; null when there is none.
 XmlNode attributeNode(const XmlElement& element, std::wstring_view name);
+// The text of a node and all that it holds.
+Bstr xmlOf(const XmlNode& node);
 // The value of the first attribute; throws Error when the node has none.
 std::wstring firstAttribute(const XmlNode& node);
 // Calls `visit(name, value)` for every attribute, in order.

@@ -284,8 +284,9 @@ TEST_F(SerializationSerializer, BringsEveryItemClassBack) {
         const auto item = create(progId);
         const auto byAttribute = create(progId);
         const auto byElement = create(progId);
-        const auto names = settableProperties(item.Get());
-        for (const std::wstring& name : names) {
+        const auto names = settableProperties(typeInformationOf(item.Get()).Get());
+        for (const DeclaredProperty& property : names) {
+            const std::wstring& name = property.name;
             const auto put = [&](const wchar_t* value) {
                 return quietly([&] { putProperty(item.Get(), name.c_str(), Variant(value)); });
             };
@@ -295,7 +296,8 @@ TEST_F(SerializationSerializer, BringsEveryItemClassBack) {
             deserialize(byAttribute.Get(), serialize(item, attribute), attribute);
             deserialize(byElement.Get(), serialize(item, element), element);
         }
-        for (const std::wstring& name : names) {
+        for (const DeclaredProperty& property : names) {
+            const std::wstring& name = property.name;
             const std::wstring wanted = shown(item.Get(), name.c_str());
             EXPECT_EQ(shown(byAttribute.Get(), name.c_str()), wanted);
             EXPECT_EQ(shown(byElement.Get(), name.c_str()), wanted);

@@ -1,0 +1,122 @@
+#include "preferences/document_save.h"
+
+#include <shlobj.h>
+
+#include <algorithm>
+
+#include "automation/error.h"
+#include "files/core/path_parts.h"
+#include "files/full_path.h"
+#include "preferences/Section.h"
+#include "preferences/document_names.h"
+#include "preferences/document_update.h"
+#include "preferences/section_reader.h"
+#include "preferences/section_writer.h"
+
+namespace vela {
+
+namespace {
+
+bool exists(const std::wstring& fileName) {
+    return GetFileAttributesW(fileName.c_str()) != INVALID_FILE_ATTRIBUTES;
+}
+
+// A new user has none yet. What cannot be made is missed when the file is.
+void makeFolderOf(const std::wstring& fileName) {
+    SHCreateDirectoryExW(nullptr, folderOf(fullPath(fileName)).c_str(), nullptr);
+}
+
+bool canHaveItems(const SectionSave& save) {
+    bool has = true;
+    quietly([&] { has = hasItems(save.section.Get()); });
+    return has;
+}
+
+std::vector<KnownItem> known(const SectionRecord* record, _IUPSection* section) {
+    if (!record || !record->content) return {};
+    if (record->items) return *record->items;
+    const auto document = parsed(*record->content);
+    if (!document) return {};
+    return knownItems(*document, record->place.user, section);
+}
+
+// One saving of a document.
+class DocumentSave {
+  public:
+    explicit DocumentSave(const std::wstring& fileName) : fileName_(fileName), update_(fileName) {}
+
+    void run(std::span<SectionSave> saves) {
+        bool changed = false;
+        for (SectionSave& save : saves) {
+            quietly([&] {
+                changed |= write(save);
+                save.outcome = SectionSave::Outcome::Saved;
+            });
+        }
+        if (changed) commit(saves);
+        else if (!update_.existed()) setAll(saves, SectionSave::Outcome::Nothing);
+        for (auto& [items, record] : records_) {
+            record.content = update_.content();
+            items->setRecord(std::move(record));
+        }
+    }
+
+  private:
+    using Record = std::pair<ComPtr<UPItems>, SectionRecord>;
+
+    // Whether the document changes.
+    bool write(const SectionSave& save) {
+        _IUPSection* const section = save.section.Get();
+        Record next{own<UPItems>(itemsOf(section).Get()),
+                    {{fileName_, save.user, idOf(section)}, nullptr, true, {}}};
+        const auto record = next.first ? next.first->recordOf(next.second.place) : nullptr;
+        const bool stored = update_.document().select(save.user.section(idOf(section))) != nullptr;
+        if (!save.changed && (stored || !record || !record->content)) return false;
+        const bool changed = write(save, stored ? record.get() : nullptr, next.second);
+        if (next.first) records_.push_back(std::move(next));
+        return changed;
+    }
+
+    bool write(const SectionSave& save, const SectionRecord* record, SectionRecord& next) {
+        const bool replaces =
+            !record || (record->same && record->content && *record->content == *update_.content());
+        auto replaced = Replaced::Refused;
+        if (replaces) replaced = replaceSection(update_.document(), save.user, save.section.Get());
+        if (replaced != Replaced::Refused) return replaced == Replaced::Changed;
+        next.items = mergeSection(update_.document(), save.user, save.section.Get(),
+                                  known(record, save.section.Get()));
+        next.same = false;
+        return true;
+    }
+
+    void commit(std::span<SectionSave> saves) {
+        if (quietly([&] { update_.commit(); })) return;
+        records_.clear();
+        setAll(saves, SectionSave::Outcome::Failed);
+    }
+
+    static void setAll(std::span<SectionSave> saves, SectionSave::Outcome outcome) {
+        for (SectionSave& save : saves) save.outcome = outcome;
+    }
+
+    const std::wstring& fileName_;
+    DocumentUpdate update_;
+    std::vector<Record> records_;
+};
+
+}  // namespace
+
+void saveSections(const std::wstring& fileName, std::span<SectionSave> saves) {
+    quietly([&] {
+        documentName(fileName);
+        if (std::any_of(saves.begin(), saves.end(), canHaveItems)) {
+            makeFolderOf(fileName);
+        } else if (!exists(fileName)) {
+            for (SectionSave& save : saves) save.outcome = SectionSave::Outcome::Nothing;
+            return;
+        }
+        DocumentSave(fileName).run(saves);
+    });
+}
+
+}  // namespace vela

@@ -1,0 +1,105 @@
+#include "preferences/item_properties.h"
+
+#include <algorithm>
+
+#include "automation/late_bound.h"
+#include "text/core/upper_case.h"
+#include "text/dates/core/date_text.h"
+
+namespace vela {
+
+namespace {
+
+constexpr std::size_t kMostClasses = 8;
+constexpr Day kDayZero{std::chrono::year{1899} / 12 / 30};
+
+std::wstring lowerCase(std::wstring text) {
+    for (wchar_t& c : text) c = vela::lowerCase(c);
+    return text;
+}
+
+// The identity is kept elsewhere.
+bool isIdentity(const std::wstring& name) { return name == L"GROUP" || name == L"ID"; }
+
+Variant storedDate(DATE date) {
+    SYSTEMTIME time;
+    if (date <= 0 || !VariantTimeToSystemTime(date, &time)) return Variant(L"");
+    return Variant(dateText(std::chrono::year{time.wYear} / time.wMonth / time.wDay));
+}
+
+// The date that the text names exactly, whatever the order of day and month in the user's locale.
+std::optional<Variant> dateIn(std::wstring_view text) {
+    const auto day = readDate(text);
+    if (!day || dateText(*day) != text) return std::nullopt;
+    Variant date;
+    date.vt = VT_DATE;
+    date.date = static_cast<DATE>((*day - kDayZero).count());
+    return date;
+}
+
+}  // namespace
+
+ItemProperties::ItemProperties(_IUPSection* section)
+    : list_(upperCase(textProperty(section, &_IUPSection::get_Properties))) {}
+
+bool ItemProperties::isListed(const std::wstring& name) const {
+    if (isIdentity(name)) return false;
+    return list_.empty() || list_.find(L"[" + name + L"]") != list_.npos;
+}
+
+std::vector<ItemProperty> ItemProperties::described(ITypeInfo* info) const {
+    std::vector<ItemProperty> properties;
+    for (const DeclaredProperty& declared : settableProperties(info)) {
+        const std::wstring name = upperCase(declared.name);
+        properties.push_back(
+            {name, Bstr(lowerCase(declared.name)), declared.id, declared.type, isListed(name)});
+    }
+    return properties;
+}
+
+std::vector<ItemProperty> ItemProperties::listed(IDispatch* item) const {
+    std::vector<ItemProperty> properties;
+    for (std::size_t at = 0; (at = list_.find(L'[', at)) != list_.npos;) {
+        const std::size_t end = list_.find(L']', ++at);
+        if (end == list_.npos) break;
+        const std::wstring name = list_.substr(at, end - at);
+        const DISPID member = findMember(item, name.c_str());
+        if (member == DISPID_UNKNOWN) continue;
+        properties.push_back({name, Bstr(lowerCase(name)), member, VT_VARIANT, !isIdentity(name)});
+    }
+    return properties;
+}
+
+const std::vector<ItemProperty>& ItemProperties::of(IDispatch* item) {
+    const ComPtr<ITypeInfo> info = typeInformationOf(item);
+    if (!info) return undescribed_ = listed(item);
+    const auto known = std::find_if(classes_.begin(), classes_.end(), [&](const Class& each) {
+        return each.info.Get() == info.Get();
+    });
+    if (known != classes_.end()) return known->properties;
+    // Some give new type information every time.
+    if (classes_.size() == kMostClasses) classes_.clear();
+    return classes_.emplace_back(info, described(info.Get())).properties;
+}
+
+std::optional<Variant> storedValue(IDispatch* item, const ItemProperty& property) {
+    Variant value;
+    const bool read = quietly([&] {
+        checkRecorded(callLateBound(item, property.member, DISPATCH_PROPERTYGET, {}, &value));
+        if (value.vt == VT_DATE) value = storedDate(value.date);
+        else if (value.vt != VT_BSTR) value = converted(value, VT_BSTR);
+    });
+    if (!read) return std::nullopt;
+    return value;
+}
+
+bool assignStored(IDispatch* item, DISPID member, VARTYPE type, std::wstring_view value) {
+    return quietly([&] {
+        std::optional<Variant> date;
+        if (type == VT_DATE) date = dateIn(value);
+        Variant argument = date ? *std::move(date) : Variant(value);
+        check(callLateBound(item, member, DISPATCH_PROPERTYPUT, single(argument), nullptr));
+    });
+}
+
+}  // namespace vela

@@ -13,6 +13,8 @@ namespace bench {
 namespace {
 
 constexpr int kItems = 2'500;
+constexpr int kUsualItems = 40;
+constexpr int kStarts = 20;
 const wchar_t* const kSections[] = {L"PP", L"UI", L"DP", L"KV"};
 const wchar_t* const kDescriptions[] = {L"Printer Preferences", L"User Interface", L"Default Path",
                                         L"Key Value"};
@@ -146,26 +148,25 @@ std::size_t plainRead(IXMLDOMDocument2* document, const std::wstring& section,
     return items.size();
 }
 
-// Replaces one section in the document and saves it.
-void plainSave(const std::wstring& path, std::size_t section, const std::vector<PlainItem>& items) {
+// Replaces one section in the document.
+void plainReplace(IXMLDOMDocument2* document, std::size_t section,
+                  const std::vector<PlainItem>& items) {
     const std::wstring id = kSections[section];
-    auto document = loadDocument(path);
-    if (auto old = selectNode(document.Get(), sectionPath(id))) {
+    if (auto old = selectNode(document, sectionPath(id))) {
         ComPtr<IXMLDOMNode> parent;
         old->get_parentNode(&parent);
         parent->removeChild(old.Get(), nullptr);
     }
-    auto user =
-        selectNode(document.Get(), L"//UserPreferences/App[@id=\"SALES\"]/App_User[@id=\"ANA\"]");
-    auto element = appendWithId(document.Get(), user.Get(), id + L"_Section", id);
+    auto user = selectNode(document, L"//UserPreferences/App[@id=\"SALES\"]/App_User[@id=\"ANA\"]");
+    auto element = appendWithId(document, user.Get(), id + L"_Section", id);
     setAttribute(element.Get(), L"description", kDescriptions[section]);
     std::vector<std::pair<std::wstring, ComPtr<IXMLDOMElement>>> groups;
     for (const PlainItem& item : items) {
         auto group = std::find_if(groups.begin(), groups.end(),
                                   [&](const auto& known) { return known.first == item.group; });
         if (group == groups.end()) {
-            groups.emplace_back(item.group, appendWithId(document.Get(), element.Get(),
-                                                         id + L"_Group", item.group));
+            groups.emplace_back(item.group,
+                                appendWithId(document, element.Get(), id + L"_Group", item.group));
             group = groups.end() - 1;
         }
         ComPtr<IXMLDOMElement> made;
@@ -173,11 +174,21 @@ void plainSave(const std::wstring& path, std::size_t section, const std::vector<
         for (const auto& [name, value] : item.attributes) setAttribute(made.Get(), name, value);
         group->second->appendChild(made.Get(), nullptr);
     }
+}
+
+void saveDocument(IXMLDOMDocument2* document, const std::wstring& path) {
     const Text name(path);
     VARIANT target{};
     target.vt = VT_BSTR;
     target.bstrVal = name;
     require(document->save(target), "saving");
+}
+
+// Replaces one section in the document and saves it.
+void plainSave(const std::wstring& path, std::size_t section, const std::vector<PlainItem>& items) {
+    auto document = loadDocument(path);
+    plainReplace(document.Get(), section, items);
+    saveDocument(document.Get(), path);
 }
 
 void writeEmptyDocument(const std::wstring& path) {
@@ -187,11 +198,7 @@ void writeEmptyDocument(const std::wstring& path) {
         Text(L"<UserPreferences version=\"1\"><App id=\"SALES\"><App_User id=\"ANA\"/>"
              L"</App></UserPreferences>"),
         &loaded);
-    const Text name(path);
-    VARIANT target{};
-    target.vt = VT_BSTR;
-    target.bstrVal = name;
-    require(document->save(target), "saving");
+    saveDocument(document.Get(), path);
 }
 
 // Preferences of their own, started, with all sections in one document.
@@ -232,30 +239,49 @@ void markAllUnsaved(_UPUtil* preferences) {
     for (const wchar_t* id : kSections) sectionOf(preferences, id)->put_Saved(VARIANT_FALSE);
 }
 
-std::vector<Row> loadAndSave() {
-    const std::wstring folder = std::filesystem::temp_directory_path().wstring();
-    const std::wstring ours = folder + L"vela-bench-ours.xml";
-    const std::wstring theirs = folder + L"vela-bench-theirs.xml";
+// Two documents of the same sections: ours, and that of the plain program.
+struct Documents {
+    explicit Documents(int count) {
+        const std::wstring folder = std::filesystem::temp_directory_path().wstring();
+        ours = folder + L"vela-bench-ours.xml";
+        theirs = folder + L"vela-bench-theirs.xml";
+        for (std::size_t s = 0; s < 4; ++s) {
+            for (int i = 0; i < count; ++i) items[s].push_back(plainItem(kSections[s], i));
+        }
+        for (const std::wstring& path : {ours, theirs}) {
+            writeEmptyDocument(path);
+            for (std::size_t s = 0; s < 4; ++s) plainSave(path, s, items[s]);
+        }
+    }
+    ~Documents() {
+        for (const std::wstring& path : {ours, theirs}) DeleteFileW(path.c_str());
+    }
+    Documents(const Documents&) = delete;
+    Documents& operator=(const Documents&) = delete;
+
+    std::wstring ours, theirs;
     std::vector<PlainItem> items[4];
+};
+
+void plainLoad(const Documents& documents) {
+    auto document = loadDocument(documents.theirs);
     for (std::size_t s = 0; s < 4; ++s) {
-        for (int i = 0; i < kItems; ++i) items[s].push_back(plainItem(kSections[s], i));
+        std::vector<PlainItem> read;
+        if (plainRead(document.Get(), kSections[s], read) != documents.items[s].size()) {
+            require(E_FAIL, "reading");
+        }
     }
-    for (const std::wstring& path : {ours, theirs}) {
-        writeEmptyDocument(path);
-        for (std::size_t s = 0; s < 4; ++s) plainSave(path, s, items[s]);
-    }
+}
+
+std::vector<Row> loadAndSave() {
+    const Documents documents(kItems);
+    const std::wstring& ours = documents.ours;
+    const std::wstring& theirs = documents.theirs;
+    const auto& items = documents.items;
 
     ComPtr<_UPUtil> preferences;
     const auto [ourLoad, theirLoad] =
-        alternately([&] { preferences = startPreferences(ours); },
-                    [&] {
-                        auto document = loadDocument(theirs);
-                        for (const wchar_t* id : kSections) {
-                            std::vector<PlainItem> read;
-                            if (plainRead(document.Get(), id, read) != kItems)
-                                require(E_FAIL, "reading");
-                        }
-                    },
+        alternately([&] { preferences = startPreferences(ours); }, [&] { plainLoad(documents); },
                     [&] { preferences.Reset(); });
 
     for (const wchar_t* id : kSections) {
@@ -278,15 +304,42 @@ std::vector<Row> loadAndSave() {
         [&] { markAllUnsaved(preferences.Get()); });
     manager.Reset();
     preferences.Reset();
-    for (const std::wstring& path : {ours, theirs}) DeleteFileW(path.c_str());
-    return {{"load 4 sections of 2,500 items", ourLoad, theirLoad, 1.3},
-            {"save 4 sections of 2,500 items", ourSave, theirSave, 1.3}};
+    return {{"load 4 sections of 2,500 items", ourLoad, theirLoad, 0.8},
+            {"save 4 sections of 2,500 items", ourSave, theirSave, 0.5}};
+}
+
+// What a usual user has: a program that starts, changes all of it, and stops.
+Row startAndStop() {
+    const Documents documents(kUsualItems / 4);
+    const ComPtr<_UPUtil> preferences = startPreferences(documents.ours);
+    const auto ours = [&] {
+        for (int i = 0; i < kStarts; ++i) {
+            VARIANT started;
+            require(preferences->StartUPM(Text(L"SALES"), Text(L"ANA"), &started), "starting");
+            markAllUnsaved(preferences.Get());
+            require(preferences->StopUPM(), "stopping");
+        }
+    };
+    const auto theirs = [&] {
+        for (int i = 0; i < kStarts; ++i) {
+            plainLoad(documents);
+            auto document = loadDocument(documents.theirs);
+            for (std::size_t s = 0; s < 4; ++s) {
+                plainReplace(document.Get(), s, documents.items[s]);
+            }
+            saveDocument(document.Get(), documents.theirs);
+        }
+    };
+    const auto [our, their] = alternately(ours, theirs, [] {});
+    return {"start and stop with 40 items in 4 sections", our / kStarts, their / kStarts, 1.2};
 }
 
 }  // namespace
 
 bool documents() {
-    return report("documents (ours) to a plain program on the same DOM", loadAndSave());
+    auto rows = loadAndSave();
+    rows.push_back(startAndStop());
+    return report("documents (ours) to a plain program on the same DOM", rows);
 }
 
 }  // namespace bench

@@ -27,8 +27,8 @@ std::optional<ItemPrint> printOf(IDispatch* object, ItemProperties& properties) 
             if (!property.stored) continue;
             const auto value = storedValue(object, property);
             if (!value) continue;
-            content.add(property.attribute.view());
-            add(content, text(value->bstrVal));
+            content.add(property.attribute);
+            add(content, *value);
         }
         result = ItemPrint{identityPrint(xmlText(id), xmlText(group)), content.result()};
     });

@@ -1,10 +1,12 @@
 #include "preferences/item_properties.h"
 
 #include <algorithm>
+#include <cwchar>
 
 #include "automation/late_bound.h"
 #include "text/core/upper_case.h"
 #include "text/dates/core/date_text.h"
+#include "xml/core/xml_text.h"
 
 namespace vela {
 
@@ -21,10 +23,35 @@ std::wstring lowerCase(std::wstring text) {
 // The identity is kept elsewhere.
 bool isIdentity(const std::wstring& name) { return name == L"GROUP" || name == L"ID"; }
 
-Variant storedDate(DATE date) {
+std::wstring storedDate(DATE date) {
     SYSTEMTIME time;
-    if (date <= 0 || !VariantTimeToSystemTime(date, &time)) return Variant(L"");
-    return Variant(dateText(std::chrono::year{time.wYear} / time.wMonth / time.wDay));
+    if (date <= 0 || !VariantTimeToSystemTime(date, &time)) return {};
+    return dateText(std::chrono::year{time.wYear} / time.wMonth / time.wDay);
+}
+
+std::wstring storedText(const Variant& value) {
+    switch (value.vt) {
+        case VT_BSTR: return std::wstring(text(value.bstrVal));
+        case VT_DATE: return storedDate(value.date);
+        // As the platform writes them, and sooner.
+        case VT_I2: return std::to_wstring(value.iVal);
+        case VT_I4: return std::to_wstring(value.lVal);
+        default: return std::wstring(text(converted(value, VT_BSTR).bstrVal));
+    }
+}
+
+bool isWhole(VARTYPE type) {
+    return type == VT_I2 || type == VT_I4 || type == VT_INT || type == VT_USERDEFINED;
+}
+
+// The number that a text in plain digits is; saves the platform the question of the locale.
+std::optional<Variant> plainNumber(std::wstring_view text) {
+    const std::wstring_view digits = text.starts_with(L'-') ? text.substr(1) : text;
+    const bool plain =
+        !digits.empty() && digits.size() < 10 &&
+        std::all_of(digits.begin(), digits.end(), [](wchar_t c) { return c >= L'0' && c <= L'9'; });
+    if (!plain) return std::nullopt;
+    return Variant(std::wcstol(std::wstring(text).c_str(), nullptr, 10));
 }
 
 // The date that the text names exactly, whatever the order of day and month in the user's locale.
@@ -51,8 +78,9 @@ std::vector<ItemProperty> ItemProperties::described(ITypeInfo* info) const {
     std::vector<ItemProperty> properties;
     for (const DeclaredProperty& declared : settableProperties(info)) {
         const std::wstring name = upperCase(declared.name);
+        if (!isXmlName(name)) continue;
         properties.push_back(
-            {name, Bstr(lowerCase(declared.name)), declared.id, declared.type, isListed(name)});
+            {name, lowerCase(declared.name), declared.id, declared.type, isListed(name)});
     }
     return properties;
 }
@@ -64,8 +92,8 @@ std::vector<ItemProperty> ItemProperties::listed(IDispatch* item) const {
         if (end == list_.npos) break;
         const std::wstring name = list_.substr(at, end - at);
         const DISPID member = findMember(item, name.c_str());
-        if (member == DISPID_UNKNOWN) continue;
-        properties.push_back({name, Bstr(lowerCase(name)), member, VT_VARIANT, !isIdentity(name)});
+        if (member == DISPID_UNKNOWN || !isXmlName(name)) continue;
+        properties.push_back({name, lowerCase(name), member, VT_VARIANT, !isIdentity(name)});
     }
     return properties;
 }
@@ -82,22 +110,22 @@ const std::vector<ItemProperty>& ItemProperties::of(IDispatch* item) {
     return classes_.emplace_back(info, described(info.Get())).properties;
 }
 
-std::optional<Variant> storedValue(IDispatch* item, const ItemProperty& property) {
-    Variant value;
-    const bool read = quietly([&] {
+std::optional<std::wstring> storedValue(IDispatch* item, const ItemProperty& property) {
+    std::optional<std::wstring> stored;
+    quietly([&] {
+        Variant value;
         checkRecorded(callLateBound(item, property.member, DISPATCH_PROPERTYGET, {}, &value));
-        if (value.vt == VT_DATE) value = storedDate(value.date);
-        else if (value.vt != VT_BSTR) value = converted(value, VT_BSTR);
+        stored = storedText(value);
     });
-    if (!read) return std::nullopt;
-    return value;
+    return stored;
 }
 
 bool assignStored(IDispatch* item, DISPID member, VARTYPE type, std::wstring_view value) {
     return quietly([&] {
-        std::optional<Variant> date;
-        if (type == VT_DATE) date = dateIn(value);
-        Variant argument = date ? *std::move(date) : Variant(value);
+        std::optional<Variant> meant;
+        if (type == VT_DATE) meant = dateIn(value);
+        if (isWhole(type)) meant = plainNumber(value);
+        Variant argument = meant ? *std::move(meant) : Variant(value);
         check(callLateBound(item, member, DISPATCH_PROPERTYPUT, single(argument), nullptr));
     });
 }

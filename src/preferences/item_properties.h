@@ -11,8 +11,8 @@
 namespace vela {
 
 struct ItemProperty {
-    std::wstring name;  // in upper case
-    Bstr attribute;     // in lower case
+    std::wstring name;       // in upper case; one that XML allows
+    std::wstring attribute;  // the same in lower case
     DISPID member;
     VARTYPE type;  // VT_VARIANT where the class does not tell
     bool stored;   // whether the section keeps it
@@ -46,7 +46,7 @@ class ItemProperties {
 
 // A property's value as documents hold it, dates as dd-mm-yyyy and the zero date as nothing; none
 // when it cannot be read, or has no text.
-std::optional<Variant> storedValue(IDispatch* item, const ItemProperty& property);
+std::optional<std::wstring> storedValue(IDispatch* item, const ItemProperty& property);
 // Assigns the text of a document; false when the property does not take it.
 bool assignStored(IDispatch* item, DISPID member, VARTYPE type, std::wstring_view value);
 

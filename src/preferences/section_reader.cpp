@@ -51,7 +51,7 @@ class ItemReader {
         }
     }
     static bool isNamed(const ItemProperty& property, std::wstring_view name) {
-        return property.attribute.view() == name ||
+        return property.attribute == name ||
                (property.name.size() == name.size() && property.name == upperCase(name));
     }
 

@@ -1,28 +1,98 @@
 #include "preferences/section_writer.h"
 
 #include <map>
+#include <optional>
 #include <vector>
 
 #include "automation/error.h"
 #include "preferences/Section.h"
 #include "preferences/item_prints.h"
 #include "preferences/stored_item.h"
+#include "xml/core/xml_text.h"
 
 namespace vela {
 
 namespace {
 
-// ---- elements ----------------------------------------------------------------------------------
+// ---- the section's text ------------------------------------------------------------------------
 
-XmlElement newElement(const XmlDocument& document, const std::wstring& name, std::wstring_view id) {
+// The text of a section's element. To set the attributes of thousands of elements one by one takes
+// the platform's parser twice as long as to read them.
+class SectionText {
+  public:
+    explicit SectionText(_IUPSection* section)
+        : id_(idOf(section)),
+          properties_(section),
+          description_(textProperty(section, &_IUPSection::get_Description)) {
+        if (isXmlName(id_)) return;
+        throw Error{E_INVALIDARG, kLibraryName, L"Elements cannot be named after " + id_};
+    }
+
+    ItemProperties& properties() { return properties_; }
+
+    // False for an item that does not tell its identity.
+    bool add(IDispatch* object) {
+        Bstr id, group;
+        const bool known = quietly([&] {
+            const ComPtr<_IUPItem> item = itemIn(object);
+            checkRecorded(item->get_Id(id.put()));
+            checkRecorded(item->get_Group(group.put()));
+        });
+        if (known) add(object, id.view(), groupText(group.view()));
+        return known;
+    }
+    // Adds the text of an item's element.
+    void add(std::wstring_view group, std::wstring_view item) { groupText(group) += item; }
+    // Adds the text of an element as it is.
+    void addOther(std::wstring_view element) { others_ += element; }
+
+    bool isEmpty() const { return groups_.empty() && others_.empty(); }
+    std::wstring text() const {
+        std::wstring text = L"<" + id_ + L"_Section";
+        appendAttribute(text, L"id", id_);
+        appendAttribute(text, L"description", description_);
+        text += L">";
+        for (const auto& [group, items] : groups_) {
+            text += L"<" + id_ + L"_Group";
+            appendAttribute(text, L"id", group);
+            text.append(L">").append(items).append(L"</" + id_ + L"_Group>");
+        }
+        return text + others_ + L"</" + id_ + L"_Section>";
+    }
+
+  private:
+    void add(IDispatch* object, std::wstring_view id, std::wstring& text) {
+        text.append(L"<").append(id_).append(L"_Item");
+        appendAttribute(text, L"id", id);
+        for (const ItemProperty& property : properties_.of(object)) {
+            if (!property.stored) continue;
+            const auto value = storedValue(object, property);
+            if (value) appendAttribute(text, property.attribute, *value);
+        }
+        text += L"/>";
+    }
+
+    // Groups come in the order of their first items.
+    std::wstring& groupText(std::wstring_view id) {
+        const auto [place, isNew] = places_.try_emplace(std::wstring(id), groups_.size());
+        if (isNew) groups_.emplace_back(id, std::wstring());
+        return groups_[place->second].second;
+    }
+
+    const std::wstring id_;
+    ItemProperties properties_;
+    const std::wstring description_;
+    std::vector<std::pair<std::wstring, std::wstring>> groups_;  // Id and items
+    std::map<std::wstring, std::size_t> places_;                 // in groups_
+    std::wstring others_;
+};
+
+// ---- its place ---------------------------------------------------------------------------------
+
+XmlElement append(const XmlDocument& document, const XmlNode& parent, std::wstring_view name,
+                  const std::wstring& id) {
     const XmlElement element = document.createElement(name);
     setAttribute(element, Bstr(L"id"), Variant(id));
-    return element;
-}
-
-XmlElement append(const XmlDocument& document, const XmlNode& parent, const std::wstring& name,
-                  std::wstring_view id) {
-    const XmlElement element = newElement(document, name, id);
     check(parent->appendChild(element.Get(), nullptr));
     return element;
 }
@@ -40,96 +110,33 @@ XmlNode userElement(const XmlDocument& document, const UserPath& user) {
     return append(document, application, L"App_User", user.userId());
 }
 
-// A new element for the section, outside the document's tree.
-XmlElement newSection(const XmlDocument& document, _IUPSection* section) {
-    const std::wstring id = idOf(section);
-    const XmlElement made = newElement(document, id + L"_Section", id);
-    setAttribute(made, Bstr(L"description"),
-                 Variant(textProperty(section, &_IUPSection::get_Description)));
-    return made;
-}
-
-XmlNode copyOf(const XmlNode& node) {
-    XmlNode copy;
-    check(node->cloneNode(VARIANT_TRUE, &copy));
-    return copy;
-}
-
 void remove(const XmlNode& node) {
     XmlNode parent;
     check(node->get_parentNode(&parent));
     check(parent->removeChild(node.Get(), nullptr));
 }
 
-// Puts a new section, if it holds anything, in the place of the old one, if there is one.
+// Puts the new section, if it holds anything, in the place of the old one, if there is one.
 void exchange(const XmlDocument& document, const UserPath& user, const XmlNode& old,
-              const XmlElement& made) {
-    VARIANT_BOOL filled = VARIANT_FALSE;
-    check(made->hasChildNodes(&filled));
-    const XmlNode parent = isTrue(filled) ? userElement(document, user) : nullptr;
+              const SectionText& section) {
+    std::optional<XmlDocument> made;
+    XmlNode parent;
+    if (!section.isEmpty()) {
+        made = parsed(section.text());
+        if (!made) throw Error{E_FAIL, kLibraryName, L"The parser refuses the section"};
+        parent = userElement(document, user);
+    }
     if (old) remove(old);
-    if (parent) check(parent->appendChild(made.Get(), nullptr));
+    if (made) check(parent->appendChild(made->root().Get(), nullptr));
 }
 
 // ---- items -------------------------------------------------------------------------------------
-
-// Writes items into a section's element.
-class ItemWriter {
-  public:
-    ItemWriter(const XmlDocument& document, const XmlElement& section, const std::wstring& id,
-               ItemProperties& properties)
-        : document_(document),
-          section_(section),
-          groupName_(id + L"_Group"),
-          itemName_(id + L"_Item"),
-          properties_(properties) {}
-
-    // False for an item that does not tell its identity.
-    bool write(IDispatch* object) {
-        Bstr id, group;
-        const bool known = quietly([&] {
-            const ComPtr<_IUPItem> item = itemIn(object);
-            checkRecorded(item->get_Id(id.put()));
-            checkRecorded(item->get_Group(group.put()));
-        });
-        if (known) write(object, id.view(), group.str());
-        return known;
-    }
-    void copy(const std::wstring& group, const XmlNode& item) { add(group, copyOf(item)); }
-
-  private:
-    void write(IDispatch* object, std::wstring_view id, const std::wstring& group) {
-        const XmlElement element = newElement(document_, itemName_, id);
-        for (const ItemProperty& property : properties_.of(object)) {
-            if (!property.stored) continue;
-            auto value = storedValue(object, property);
-            if (value) setAttribute(element, property.attribute, *std::move(value));
-        }
-        add(group, element);
-    }
-    void add(const std::wstring& group, const XmlNode& item) {
-        check(groupElement(group)->appendChild(item.Get(), nullptr));
-    }
-
-    const XmlElement& groupElement(const std::wstring& id) {
-        XmlElement& group = groups_[id];
-        if (!group) group = append(document_, section_, groupName_, id);
-        return group;
-    }
-
-    const XmlDocument& document_;
-    const XmlElement& section_;
-    const std::wstring groupName_;
-    const std::wstring itemName_;
-    ItemProperties& properties_;
-    std::map<std::wstring, XmlElement> groups_;
-};
 
 // The items of a stored section, and what in it cannot be read as items.
 struct StoredSection {
     struct Item {
         std::wstring group;
-        XmlNode node;
+        Bstr text;
     };
 
     explicit StoredSection(const XmlNode& section) {
@@ -138,18 +145,19 @@ struct StoredSection {
 
     std::vector<Item> items;
     std::vector<ItemPrint> prints;  // of the items
-    std::vector<XmlNode> others;
+    std::wstring others;            // the text of their elements
 
   private:
     void addGroup(const XmlNode& group) {
         std::wstring id;
-        if (!quietly([&] { id = firstAttribute(group); })) return others.push_back(group);
+        if (!quietly([&] { id = firstAttribute(group); }))
+            return void(others += xmlOf(group).view());
         eachChild(group, [&](const XmlNode& item) {
-            const Bstr text = xmlOf(item);
+            Bstr text = xmlOf(item);
             XmlScanner scanner(text.view());
             scanner.next();
-            items.push_back({id, item});
             prints.push_back(printOf(id, scanner.attributes()));
+            items.push_back({id, std::move(text)});
         });
     }
 };
@@ -186,37 +194,30 @@ bool hasItems(_IUPSection* section) {
 
 Replaced replaceSection(const XmlDocument& document, const UserPath& user, _IUPSection* section) {
     const XmlNode old = document.select(user.section(idOf(section)));
-    const XmlElement made = newSection(document, section);
-    ItemProperties properties(section);
-    ItemWriter writer(document, made, idOf(section), properties);
+    SectionText text(section);
     bool changed = old != nullptr, complete = true;
     eachItem(itemsOf(section).Get(), [&](const Variant& item) {
-        complete &= writer.write(objectIn(item));
+        complete &= text.add(objectIn(item));
         return changed = true;
     });
     if (old && !complete) return Replaced::Refused;
-    if (changed) exchange(document, user, old, made);
+    if (changed) exchange(document, user, old, text);
     return changed ? Replaced::Changed : Replaced::Unchanged;
 }
 
 std::vector<KnownItem> mergeSection(const XmlDocument& document, const UserPath& user,
                                     _IUPSection* section, std::span<const KnownItem> known) {
     const XmlNode old = document.select(user.section(idOf(section)));
-    ItemProperties properties(section);
-    const OurItems ours(section, properties);
+    SectionText text(section);
+    const OurItems ours(section, text.properties());
     const StoredSection theirs(old);
     Merge merge = merged(known, ours.prints, theirs.prints, ours.areAll);
-
-    const XmlElement made = newSection(document, section);
-    ItemWriter writer(document, made, idOf(section), properties);
     for (const MergedItem& item : merge.items) {
-        if (item.ours) writer.write(ours.items[item.index].Get());
-        else writer.copy(theirs.items[item.index].group, theirs.items[item.index].node);
+        if (item.ours) text.add(ours.items[item.index].Get());
+        else text.add(theirs.items[item.index].group, theirs.items[item.index].text.view());
     }
-    for (const XmlNode& other : theirs.others) {
-        check(made->appendChild(copyOf(other).Get(), nullptr));
-    }
-    exchange(document, user, old, made);
+    text.addOther(theirs.others);
+    exchange(document, user, old, text);
     return std::move(merge.known);
 }
 

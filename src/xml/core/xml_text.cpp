@@ -19,6 +19,20 @@ bool isXmlCharacter(std::wstring_view text, std::size_t at) {
     return c != 0xFFFE && c != 0xFFFF;
 }
 
+// For the characters that would end an attribute, or that parsers read as blanks.
+const wchar_t* referenceFor(wchar_t c) {
+    switch (c) {
+        case L'&': return L"&amp;";
+        case L'<': return L"&lt;";
+        case L'>': return L"&gt;";
+        case L'"': return L"&quot;";
+        case L'\t': return L"&#9;";
+        case L'\n': return L"&#10;";
+        case L'\r': return L"&#13;";
+        default: return nullptr;
+    }
+}
+
 struct Range {
     std::uint32_t first, last;
 };
@@ -54,6 +68,17 @@ std::wstring xmlText(std::wstring_view text) {
         if (isXmlCharacter(text, i)) result += text[i];
     }
     return result;
+}
+
+void appendAttribute(std::wstring& tag, std::wstring_view name, std::wstring_view value) {
+    tag.append(L" ").append(name).append(L"=\"");
+    for (std::size_t i = 0; i < value.size(); ++i) {
+        const wchar_t c = value[i];
+        if (!isXmlCharacter(value, i)) continue;
+        if (const wchar_t* reference = referenceFor(c)) tag += reference;
+        else tag += c;
+    }
+    tag += L'"';
 }
 
 bool isXmlName(std::wstring_view name) {

@@ -8,24 +8,30 @@ namespace vela {
 
 namespace {
 
-// A script object has no other way to tell.
-bool isStore(IDispatch* object) {
-    return object && hasMember(object, L"Load") && hasMember(object, L"Save");
+// A store is adapted when only its members tell that it is one; null when none do.
+ComPtr<_IUPDataSource> storeIn(const VARIANT& value) {
+    ComPtr<_IUPDataSource> store;
+    const ComPtr<IUnknown> given = unknownIn(value);
+    if (!given || SUCCEEDED(given.As(&store))) return store;
+    ComPtr<IDispatch> object;
+    if (FAILED(given.As(&object))) return nullptr;
+    for (const wchar_t* name : {L"DataSource", L"Load", L"Save"}) {
+        if (!hasMember(object.Get(), name)) return nullptr;
+    }
+    check(queryOrAdapt<_IUPDataSource>(object.Get(), &store));
+    return store;
 }
 
 // The store that a caller names, or hands over; that of shared preferences when he does neither.
 // Null for what is no store.
-ComPtr<_IUPDataSource> storeFor(UPManager& manager, const VARIANT* given) {
-    UPDataSources& sources = *manager.dataSources().Get();
-    if (!given || isMissing(*given) || given->vt == VT_EMPTY) {
+ComPtr<_IUPDataSource> storeFor(UPManager& manager, const VARIANT& given) {
+    const UPDataSources& sources = *manager.dataSources().Get();
+    if (isMissing(given) || given.vt == VT_EMPTY) {
         return make<UPDataSourceXML>(sources.sharedName(), sources.sharedPath());
     }
+    if (holdsObject(given)) return storeIn(given);
     ComPtr<_IUPDataSource> store;
-    quietly([&] {
-        if (!holdsObject(*given)) store = make<UPDataSourceXML>(textOf(*given));
-        else if (isStore(objectIn(*given)))
-            check(queryOrAdapt<_IUPDataSource>(objectIn(*given), &store));
-    });
+    quietly([&] { store = make<UPDataSourceXML>(textOf(given)); });
     return store;
 }
 
@@ -53,7 +59,9 @@ HRESULT RPManager::get_Items(_Collection** result) {
 HRESULT RPManager::Load(_UPManager** manager, VARIANT* dataSource, VARIANT_BOOL* result) {
     return answer(result, [&] {
         const auto ours = own<UPManager>(manager ? *manager : nullptr);
-        const auto store = ours ? storeFor(*ours.Get(), dataSource) : nullptr;
+        if (!ours) return false;
+        const Variant omitted;
+        const auto store = storeFor(*ours.Get(), dataSource ? dereferenced(*dataSource) : omitted);
         if (!store) return false;
         ours->saveLoaded();
         registerSection(*ours.Get(), kRPSection, store);

@@ -7,11 +7,16 @@
 
 namespace vela {
 
-// Registers a new section of `kind`, kept in `store`, with `manager`; what is unsaved should have
-// been saved. A section of that kind that could not be written, and is kept in the same document,
-// stays instead: it has what the document does not.
+// What becomes of a section of the same kind that is registered already, and could not be saved.
+enum class Unsaved {
+    Stays,    // instead of the new one: it has what its store has not
+    Replaced  // it belongs to other identities
+};
+
+// Registers a new section of `kind`, kept in `store`, with `manager`. What can be saved should have
+// been.
 void registerSection(UPManager& manager, const SectionKind& kind,
-                     const ComPtr<_IUPDataSource>& store);
+                     const ComPtr<_IUPDataSource>& store, Unsaved unsaved = Unsaved::Stays);
 
 template <class Item>
 class SectionManager {

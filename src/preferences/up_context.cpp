@@ -18,7 +18,7 @@ std::wstring lowerCase(std::wstring text) {
     return text;
 }
 
-void registerSections(UPManager& manager) {
+void registerSections(UPManager& manager, Unsaved unsaved) {
     UPDataSources& sources = *manager.dataSources().Get();
     sources.settle();
     const auto local = [&] {
@@ -27,17 +27,18 @@ void registerSections(UPManager& manager) {
     const auto shared = [&] {
         return make<UPDataSourceXML>(sources.sharedName(), sources.sharedPath());
     };
-    registerSection(manager, kPPSection, local());
-    registerSection(manager, kUISection, local());
-    registerSection(manager, kDPSection, shared());
-    registerSection(manager, kKVSection, shared());
+    registerSection(manager, kPPSection, local(), unsaved);
+    registerSection(manager, kUISection, local(), unsaved);
+    registerSection(manager, kDPSection, shared(), unsaved);
+    registerSection(manager, kKVSection, shared(), unsaved);
 }
 
 // Report parameters are registered by their own manager, so no start registers them again: they are
 // read anew, from the store that they have.
-void renewReportParameters(UPManager& manager) {
+void renewReportParameters(UPManager& manager, Unsaved unsaved) {
     const ComPtr<_IUPSection> old = manager.section(kRPSection.id);
-    if (own<RPSection>(old.Get())) registerSection(manager, kRPSection, storeOf(old.Get()));
+    if (!own<RPSection>(old.Get())) return;
+    registerSection(manager, kRPSection, storeOf(old.Get()), unsaved);
 }
 
 }  // namespace
@@ -55,11 +56,14 @@ short UPContext::start(std::wstring_view applicationId, std::wstring_view userId
     UPManager& manager = *manager_.Get();
     manager.saveLoaded();  // what is new belongs to the old identities, and to the old documents
     forgetDocuments();
+    const UserPath before(manager.applicationId(), manager.userId());
     manager.setApplicationId(applicationId);
     manager.setUserId(userId);
+    const bool same = before == UserPath(manager.applicationId(), manager.userId());
+    const auto unsaved = same ? Unsaved::Stays : Unsaved::Replaced;
     helpers_ = std::make_shared<Helpers>(manager_);
-    registerSections(manager);
-    renewReportParameters(manager);
+    registerSections(manager, unsaved);
+    renewReportParameters(manager, unsaved);
     manager.load();
     return -1;
 }

@@ -47,6 +47,43 @@ TEST_F(PreferencesFacades, AnswerFalseWithoutAPrinterOrAManager) {
     }
 }
 
+TEST_F(PreferencesFacades, ReportParametersGoToTheStoreThatIsHandedOver) {
+    std::wstring log;
+    const auto storeNamed = [&](std::wstring name) {
+        const auto store = adopted(new LateObject);
+        store->names = {L"DataSource", L"Load", L"Save"};
+        store->invoked = [&log, name](DISPID id, WORD, DISPPARAMS& call, VARIANT*, EXCEPINFO*) {
+            if (id > 0) log += name + (id == 1 ? L" loads " : L" saves ");
+            if (id > 0) log += textOf(call.rgvarg[2]) + L" ";
+            return S_OK;
+        };
+        return store;
+    };
+    const auto first = storeNamed(L"first"), second = storeNamed(L"second"),
+               other = adopted(new LateObject);
+    const auto parameters = make<RPManager>();
+    const auto load = [&](Variant source) {
+        ComPtr<_UPManager> manager = context_->manager();
+        return yes(parameters.Get(), &_RPManager::Load, manager.GetAddressOf(), &source);
+    };
+    Variant null;
+    null.vt = VT_NULL;
+    for (const Variant& unusable :
+         {null, arrayOf({}), Variant(other.Get()), Variant(static_cast<IDispatch*>(nullptr))}) {
+        EXPECT_FALSE(load(unusable)) << unusable.vt;
+        EXPECT_FALSE(context_->manager()->section(L"RP"));
+    }
+    EXPECT_TRUE(load(Variant(first.Get())));
+    EXPECT_EQ(parameters->AddItem(make<RPItem>().Get()), S_OK);
+    EXPECT_TRUE(load(Variant(first.Get())));
+    EXPECT_TRUE(load(Variant(second.Get())));
+    EXPECT_EQ(log, L"first loads SALES first saves SALES first loads SALES second loads SALES ");
+    EXPECT_FALSE(load(null));
+    EXPECT_EQ(parameters->AddItem(make<RPItem>().Get()), S_OK);
+    context_->stop();
+    EXPECT_TRUE(log.ends_with(L"second saves SALES ")) << log;
+}
+
 // A caller's window, with lengths in twips.
 class PreferencesWindows : public PreferencesFacades {
   protected:

@@ -2,7 +2,6 @@
 #include <thread>
 
 #include "automation/late_objects.h"
-#include "preferences/RPManager.h"
 #include "preferences/UPDataSourceXML.h"
 #include "preferences/preferences_support.h"
 
@@ -351,23 +350,6 @@ TEST_F(PreferencesLosses, AFailingStoreTakesNoOtherSectionDownAtTheEnd) {
     failing->putref_DataSourceManager(nullptr);
 }
 
-TEST_F(PreferencesLosses, ReportParametersTakeAnyStoreAndRefuseTheRest) {
-    const Preferences preferences = started();
-    const auto loads = [&](Variant source) {
-        const auto parameters = make<RPManager>();
-        return yes(parameters.Get(), &_RPManager::Load,
-                   ComPtr<_UPManager>(preferences->manager()).GetAddressOf(), &source);
-    };
-    const auto store = make<UPDataSourceXML>(folder_.path(L"reports.xml"));
-    EXPECT_TRUE(loads(Variant(asObject(store).Get())));
-    EXPECT_EQ(storeOf(preferences->manager()->section(L"RP").Get()).Get(), store.Get());
-    EXPECT_TRUE(loads(Variant()));
-    EXPECT_FALSE(loads(null()));
-    EXPECT_FALSE(loads(Variant(static_cast<IDispatch*>(nullptr))));
-    EXPECT_FALSE(loads(Variant(asObject(make<UPItems>()).Get())));
-    EXPECT_FALSE(loads(arrayOf({})));
-}
-
 TEST_F(PreferencesLosses, IdentitiesWithControlCharactersAreFoundAgain) {
     for (int i = 0; i < 2; ++i) {
         const Preferences preferences = started();
@@ -383,7 +365,6 @@ TEST_F(PreferencesLosses, AStuckLockIsWaitedForOncePerDocument) {
     const KernelHandle stuck(CreateFileW((file_ + L".vela.tmp").c_str(), GENERIC_WRITE, 0, nullptr,
                                          CREATE_ALWAYS, 0, nullptr));
     const Preferences preferences = started();
-    preferences->manager()->dataSources();
     keep(preferences, L"k");
     preferences->saveDefaultPath(L"p", L"G", {});
     const ULONGLONG start = GetTickCount64();

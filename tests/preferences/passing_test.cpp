@@ -1,0 +1,81 @@
+// Preferences that are saved in passing.
+#include "automation/late_objects.h"
+#include "preferences/UPSections.h"
+#include "preferences/preferences_support.h"
+
+namespace vela::test {
+namespace {
+
+constexpr DWORD kDelay = 2000;  // ms
+
+void pump(DWORD milliseconds) {
+    const ULONGLONG end = GetTickCount64() + milliseconds;
+    for (MSG message; GetTickCount64() < end; Sleep(5)) {
+        while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) DispatchMessageW(&message);
+    }
+}
+
+class PreferencesInPassing : public NoObjectsLeft {
+  protected:
+    PreferencesInPassing() { context_->start(L"sales", L"ana"); }
+
+    bool isSaved(const char* value) const {
+        return readFile(folder_.path(L"ana.up2.xml")).find(value) != std::string::npos;
+    }
+    void keep(const wchar_t* value) const { context_->saveValue(L"k", L"g", value); }
+
+    const TemporaryFolder folder_;
+    const std::shared_ptr<UPContext> context_ = contextIn(folder_);
+};
+
+TEST_F(PreferencesInPassing, ChangesReachTheDiskByTheMessageLoop) {
+    // Waits for StartUPM, and is not to be written before it has what is stored.
+    const auto other = contextIn(folder_);
+    const auto unread = sectionWith(kRPSection, L"", L"unread");
+    unread->putref_DataSourceManager(storeOf(context_->manager()->section(L"KV").Get()).Get());
+    other->manager()->add(unread);
+    keep(L"first");
+    pump(kDelay / 2);
+    keep(L"second");
+    EXPECT_FALSE(isSaved("first"));
+    pump(kDelay / 2 + 300);
+    EXPECT_TRUE(isSaved("second"));
+    EXPECT_TRUE(flagOf(context_->manager()->section(L"KV").Get(), &_IUPSection::get_Saved));
+    EXPECT_FALSE(isSaved("unread"));
+    other->manager()->putref_PreferenceSections(make<UPSections>().Get());
+}
+
+TEST_F(PreferencesInPassing, WithoutALoopTheNextCallSaves) {
+    keep(L"first");
+    Sleep(kDelay + 50);
+    EXPECT_FALSE(isSaved("first"));
+    keep(L"second");
+    EXPECT_TRUE(isSaved("second"));
+    // Nothing is in the midst of a call, be it one that lasts, and that has a loop of its own.
+    const auto window = adopted(new LateObject);
+    window->names = {L"Visible"};
+    window->invoked = [&](DISPID, WORD, DISPPARAMS&, VARIANT* result, EXCEPINFO*) {
+        keep(L"third");
+        pump(kDelay + 300);
+        EXPECT_FALSE(isSaved("third"));
+        *result = Variant(1L).release();
+        return S_OK;
+    };
+    context_->saveWindowPos(window.Get(), L"w", L"g");
+    pump(300);
+    EXPECT_TRUE(isSaved("third"));
+}
+
+TEST_F(PreferencesInPassing, TheEndOfTheSessionSaves) {
+    keep(L"first");
+    const HWND window = FindWindowW(nullptr, L"Preferences to be saved");
+    ASSERT_TRUE(window);
+    EXPECT_EQ(SendMessageW(window, WM_QUERYENDSESSION, 0, 0), TRUE);
+    SendMessageW(window, WM_ENDSESSION, FALSE, 0);
+    EXPECT_FALSE(isSaved("first"));
+    SendMessageW(window, WM_ENDSESSION, TRUE, 0);
+    EXPECT_TRUE(isSaved("first"));
+}
+
+}  // namespace
+}  // namespace vela::test

@@ -5,8 +5,10 @@
 
 namespace vela {
 
+bool isDocumentName(const std::wstring& fileName) { return upperCase(fileName).ends_with(L".XML"); }
+
 const std::wstring& documentName(const std::wstring& fileName) {
-    if (upperCase(fileName).ends_with(L".XML")) return fileName;
+    if (isDocumentName(fileName)) return fileName;
     throw Error{E_INVALIDARG, kLibraryName, L"The name of a document ends in .XML: " + fileName};
 }
 

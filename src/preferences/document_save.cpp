@@ -40,6 +40,10 @@ std::vector<KnownItem> known(const SectionRecord* record, _IUPSection* section) 
     return knownItems(*document, record->place.user, section);
 }
 
+void setAll(std::span<SectionSave> saves, SectionSave::Outcome outcome) {
+    for (SectionSave& save : saves) save.outcome = outcome;
+}
+
 // One saving of a document.
 class DocumentSave {
   public:
@@ -71,17 +75,25 @@ class DocumentSave {
                     {{fileName_, save.user, idOf(section)}, nullptr, true, {}}};
         const auto record = next.first ? next.first->recordOf(next.second.place) : nullptr;
         const bool stored = update_.document().select(save.user.section(idOf(section))) != nullptr;
-        if (!save.changed && (stored || !record || !record->content)) return false;
-        const bool changed = write(save, stored ? record.get() : nullptr, next.second);
+        bool changed = false;
+        if (save.changed || (record && record->content && !stored)) {
+            changed = write(save, stored ? record.get() : nullptr, next.second);
+        } else if (!isCurrent(record.get())) {
+            return false;
+        }
         if (next.first) records_.push_back(std::move(next));
         return changed;
     }
 
+    // Whether the document still holds what the program knows of it.
+    bool isCurrent(const SectionRecord* record) const {
+        return record && record->same && record->content && *record->content == *update_.content();
+    }
+
     bool write(const SectionSave& save, const SectionRecord* record, SectionRecord& next) {
-        const bool replaces =
-            !record || (record->same && record->content && *record->content == *update_.content());
         auto replaced = Replaced::Refused;
-        if (replaces) replaced = replaceSection(update_.document(), save.user, save.section.Get());
+        if (!record || isCurrent(record))
+            replaced = replaceSection(update_.document(), save.user, save.section.Get());
         if (replaced != Replaced::Refused) return replaced == Replaced::Changed;
         next.items = mergeSection(update_.document(), save.user, save.section.Get(),
                                   known(record, save.section.Get()));
@@ -95,10 +107,6 @@ class DocumentSave {
         setAll(saves, SectionSave::Outcome::Failed);
     }
 
-    static void setAll(std::span<SectionSave> saves, SectionSave::Outcome outcome) {
-        for (SectionSave& save : saves) save.outcome = outcome;
-    }
-
     const std::wstring& fileName_;
     DocumentUpdate update_;
     std::vector<Record> records_;
@@ -108,13 +116,11 @@ class DocumentSave {
 
 void saveSections(const std::wstring& fileName, std::span<SectionSave> saves) {
     quietly([&] {
-        documentName(fileName);
-        if (std::any_of(saves.begin(), saves.end(), canHaveItems)) {
-            makeFolderOf(fileName);
-        } else if (!exists(fileName)) {
-            for (SectionSave& save : saves) save.outcome = SectionSave::Outcome::Nothing;
-            return;
+        const bool filled = std::any_of(saves.begin(), saves.end(), canHaveItems);
+        if (!isDocumentName(fileName) || (!filled && !exists(fileName))) {
+            return setAll(saves, SectionSave::Outcome::Nothing);
         }
+        if (filled) makeFolderOf(fileName);
         DocumentSave(fileName).run(saves);
     });
 }

@@ -11,7 +11,7 @@ namespace vela {
 struct SectionSave {
     enum class Outcome {
         Failed,   // the file is as it was
-        Nothing,  // to be saved: the section has no items, and there is no document
+        Nothing,  // is stored: there is neither a document nor an item, or the name is of none
         Saved
     };
 

@@ -36,6 +36,7 @@ void PreferencesSave::run() {
         if (isRegistered(owed)) continue;
         quietly([&] { add(pathOf(owed.section.Get()), {owed.user, owed.section}); });
     }
+    writeBatches();  // a registered section may have the same place, and is to find it there
     for (const auto& section : registered_) visit(section);
     writeBatches();
 }
@@ -96,7 +97,8 @@ void PreferencesSave::addUnchanged(Batch& batch) const {
 }
 
 void PreferencesSave::writeBatches() {
-    if (!batches_.empty()) forgetDocuments();
+    if (batches_.empty()) return;
+    forgetDocuments();
     for (Batch& batch : std::exchange(batches_, {})) {
         quietly([&] { addUnchanged(batch); });
         saveSections(batch.path, batch.saves);

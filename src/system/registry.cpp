@@ -1,6 +1,5 @@
 #include "system/registry.h"
 
-#include <algorithm>
 #include <array>
 
 #include "runtime/handles.h"
@@ -11,21 +10,25 @@ namespace vela {
 
 namespace {
 
-using Buffer = std::array<char, 512>;
+constexpr DWORD kLongest = 512;  // bytes of the ANSI code page
+
+// Up to its first NUL.
+std::wstring name(std::wstring_view text) { return std::wstring(text.substr(0, text.find(L'\0'))); }
 
 // The code of opening a key for one purpose, or else of what `use` does with it.
 template <class Use>
 LONG withKey(HKEY root, std::wstring_view path, REGSAM access, Use use) {
     RegistryKey key;
-    const LONG code = RegOpenKeyExA(root, ansiBytes(path).c_str(), 0, access, key.put());
+    const LONG code = RegOpenKeyExW(root, name(path).c_str(), 0, access, key.put());
     return code == ERROR_SUCCESS ? use(key.get()) : code;
 }
 
-std::wstring textIn(const Buffer& buffer, DWORD size) {
-    std::string bytes(buffer.data(), (std::min<std::size_t>)(size, buffer.size()));
-    std::erase(bytes, '\0');
-    return std::wstring(trimmed(ansiText(bytes)));
+std::wstring shown(std::wstring text) {
+    std::erase(text, L'\0');
+    return std::wstring(trimmed(text));
 }
+
+bool isText(DWORD type) { return type == REG_SZ || type == REG_EXPAND_SZ || type == REG_MULTI_SZ; }
 
 }  // namespace
 
@@ -36,12 +39,16 @@ HKEY rootKey(long number) {
 
 LONG readRegistryText(HKEY root, std::wstring_view key, std::wstring_view value,
                       std::wstring& content) {
-    return withKey(root, key, KEY_READ, [&](HKEY open) {
-        Buffer buffer;
-        DWORD size = buffer.size();
-        const LONG code = RegQueryValueExA(open, ansiBytes(value).c_str(), nullptr, nullptr,
-                                           reinterpret_cast<BYTE*>(buffer.data()), &size);
-        if (code == ERROR_SUCCESS) content = textIn(buffer, size);
+    return withKey(root, key, KEY_READ, [&](HKEY open) -> LONG {
+        std::array<wchar_t, kLongest> buffer;
+        auto* const bytes = reinterpret_cast<char*>(buffer.data());
+        DWORD size = sizeof buffer, type = REG_NONE;
+        const LONG code = RegQueryValueExW(open, name(value).c_str(), nullptr, &type,
+                                           reinterpret_cast<BYTE*>(bytes), &size);
+        if (code != ERROR_SUCCESS) return code;
+        if (!isText(type) && size > kLongest) return ERROR_MORE_DATA;
+        content = shown(isText(type) ? std::wstring(buffer.data(), size / sizeof(wchar_t))
+                                     : ansiText({bytes, size}));
         return code;
     });
 }
@@ -50,38 +57,36 @@ LONG writeRegistryText(HKEY root, std::wstring_view key, std::wstring_view value
                        std::wstring_view content) {
     return withKey(root, key, KEY_WRITE, [&](HKEY open) {
         // The system counts a NUL behind the data in, so something else must stand there.
-        const std::string bytes = ansiBytes(content) + ' ';
-        return RegSetValueExA(open, ansiBytes(value).c_str(), 0, REG_SZ,
-                              reinterpret_cast<const BYTE*>(bytes.data()),
-                              static_cast<DWORD>(content.size()));
+        const std::wstring stored = ansiText(ansiBytes(content)) + L' ';
+        return RegSetValueExW(open, name(value).c_str(), 0, REG_SZ,
+                              reinterpret_cast<const BYTE*>(stored.data()),
+                              static_cast<DWORD>(content.size() * sizeof(wchar_t)));
     });
 }
 
-LONG registrySubkey(HKEY root, std::wstring_view key, DWORD index, std::wstring& name) {
+LONG registrySubkey(HKEY root, std::wstring_view key, DWORD index, std::wstring& found) {
     return withKey(root, key, KEY_READ, [&](HKEY open) {
-        Buffer buffer;
-        Buffer className;
+        std::array<wchar_t, kLongest> buffer;
         DWORD size = buffer.size();
-        DWORD classSize = className.size();
-        const LONG code = RegEnumKeyExA(open, index, buffer.data(), &size, nullptr,
-                                        className.data(), &classSize, nullptr);
-        if (code == ERROR_SUCCESS) name = textIn(buffer, size);
+        const LONG code =
+            RegEnumKeyExW(open, index, buffer.data(), &size, nullptr, nullptr, nullptr, nullptr);
+        if (code == ERROR_SUCCESS) found = shown({buffer.data(), size});
         return code;
     });
 }
 
 LONG deleteRegistryKey(HKEY root, std::wstring_view key, std::wstring_view child) {
     return withKey(root, key, KEY_CREATE_SUB_KEY, [&](HKEY open) -> LONG {
-        const std::string name = ansiBytes(child);
+        const std::wstring deleted = name(child);
         // The system would delete the parent.
-        if (*name.c_str() == '\0') return ERROR_FILE_NOT_FOUND;
-        return RegDeleteKeyA(open, name.c_str());
+        if (deleted.empty()) return ERROR_FILE_NOT_FOUND;
+        return RegDeleteKeyW(open, deleted.c_str());
     });
 }
 
 LONG deleteRegistryValue(HKEY root, std::wstring_view key, std::wstring_view value) {
     return withKey(root, key, KEY_SET_VALUE,
-                   [&](HKEY open) { return RegDeleteValueA(open, ansiBytes(value).c_str()); });
+                   [&](HKEY open) { return RegDeleteValueW(open, name(value).c_str()); });
 }
 
 }  // namespace vela

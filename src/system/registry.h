@@ -1,5 +1,5 @@
-// Keys and values of the registry that are there, as bytes of the ANSI code page. Nothing here
-// makes a key.
+// Keys and values of the registry that are there. Contents are counted, and stored, as bytes of the
+// ANSI code page (see text/ansi_bytes.h); names may hold any character. Nothing here makes a key.
 //
 // Every function returns the system's code of the first call that failed, or ERROR_SUCCESS. Names
 // end at their first NUL. Throws std::bad_alloc.
@@ -24,9 +24,9 @@ LONG readRegistryText(HKEY root, std::wstring_view key, std::wstring_view value,
 LONG writeRegistryText(HKEY root, std::wstring_view key, std::wstring_view value,
                        std::wstring_view content);
 
-// The name of the subkey at a position, from 0; ERROR_NO_MORE_ITEMS behind the last. `name` is set
+// The name of the subkey at a position, from 0; ERROR_NO_MORE_ITEMS behind the last. `found` is set
 // on success only.
-LONG registrySubkey(HKEY root, std::wstring_view key, DWORD index, std::wstring& name);
+LONG registrySubkey(HKEY root, std::wstring_view key, DWORD index, std::wstring& found);
 
 // Deletes a child, which must have no children of its own. No child has the empty name.
 LONG deleteRegistryKey(HKEY root, std::wstring_view key, std::wstring_view child);

@@ -105,9 +105,16 @@ TEST_F(SystemRegistry, ReadsValuesOfEveryTypeAsTheirBytes) {
     storeRaw(L"number", REG_DWORD, std::string_view("B\0C\xe1", 4));
     storeRaw(L"bytes", REG_BINARY, std::string(513, '\xe7'));
     storeRaw(L"list", REG_MULTI_SZ, std::string_view("a\0\0\0b\0\0\0", 8));
+    storeRaw(L"odd", REG_SZ,
+             std::string_view("\x16\x04"
+                              "a\0b",
+                              5));
     EXPECT_EQ(read(L"number"), L"BC\u00e1");
     EXPECT_EQ(read(L"bytes"), L"234");
     EXPECT_EQ(read(L"list"), L"ab");
+    EXPECT_EQ(read(L"odd"),
+              L"\u0416"
+              L"a");
 }
 
 TEST_F(SystemRegistry, AnswersWithTheSystemsCodesAndMakesNoKeys) {
@@ -145,8 +152,8 @@ TEST_F(SystemRegistry, AnswersWithTheSystemsCodesAndMakesNoKeys) {
 }
 
 TEST_F(SystemRegistry, EnumeratesWithOneIndexForAllKeys) {
-    for (const wchar_t* name : {L"a\u00e7\u00e3o", L"b\\x", L"b\\y", L"b\\z", L"c"}) addKey(name);
-    EXPECT_EQ(enumerate(L"GetNextKey"), L"a\u00e7\u00e3o");
+    for (const wchar_t* name : {L"a\u00e7\u0416o", L"b\\x", L"b\\y", L"b\\z", L"c"}) addKey(name);
+    EXPECT_EQ(enumerate(L"GetNextKey"), L"a\u00e7\u0416o");
     EXPECT_EQ(enumerate(L"GetNextKey", L"\\b"), L"y");
     EXPECT_EQ(enumerate(L"GetNextKey", L"\\none"), L"2");
     EXPECT_EQ(enumerate(L"GetNextKey"), L"c");
@@ -155,9 +162,9 @@ TEST_F(SystemRegistry, EnumeratesWithOneIndexForAllKeys) {
     EXPECT_EQ(enumerate(L"GetNextKey"), L"d");
     // A start that fails is a start all the same.
     EXPECT_EQ(enumerate(L"GetFirstKey", L"\\none"), L"2");
-    EXPECT_EQ(enumerate(L"GetNextKey"), L"a\u00e7\u00e3o");
+    EXPECT_EQ(enumerate(L"GetNextKey"), L"a\u00e7\u0416o");
     // What follows a deleted key moves up into its place, and is passed over.
-    EXPECT_EQ(call(L"DeleteKey", L"", L"a\u00e7\u00e3o"), ERROR_SUCCESS);
+    EXPECT_EQ(call(L"DeleteKey", L"", L"a\u00e7\u0416o"), ERROR_SUCCESS);
     EXPECT_EQ(enumerate(L"GetNextKey"), L"c");
     for (const wchar_t* name : {L"x", L"y", L"z"}) {
         EXPECT_EQ(enumerate(L"GetFirstKey", L"\\b"), name);

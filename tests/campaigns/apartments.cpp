@@ -16,10 +16,10 @@
 #include <thread>
 #include <vector>
 
-#include "contract.h"
 #include "support/heaps.h"
+#include "support/registered.h"
 
-namespace vela {
+namespace vela::test {
 namespace {
 
 constexpr int kRoundsOfALife = 100;
@@ -29,28 +29,6 @@ std::atomic<int> failures = 0;
 void expect(bool right, const char* what, int apartment, int round) {
     if (right || ++failures > 20) return;
     std::printf("apartment %d, round %d: %s\n", apartment, round, what);
-}
-
-template <class Interface>
-ComPtr<Interface> create() {
-    ComPtr<Interface> object;
-    check(CoCreateInstance(ClassOf<Interface>::id(), nullptr, CLSCTX_INPROC_SERVER,
-                           IID_PPV_ARGS(&object)));
-    return object;
-}
-
-template <class Result, class Interface>
-Result got(const ComPtr<Interface>& object, HRESULT (STDMETHODCALLTYPE Interface::*get)(Result*)) {
-    Result result{};
-    check((object.Get()->*get)(&result));
-    return result;
-}
-template <class Result, class Interface>
-ComPtr<Result> shared(const ComPtr<Interface>& object,
-                      HRESULT (STDMETHODCALLTYPE Interface::*get)(Result**)) {
-    ComPtr<Result> result;
-    check((object.Get()->*get)(&result));
-    return result;
 }
 
 HRESULT canUnload() {
@@ -64,13 +42,7 @@ HRESULT canUnload() {
 class Life {
   public:
     Life(int apartment, const std::wstring& document, int round)
-        : apartment_(apartment), round_(round) {
-        const auto sources = shared(preferences_, &_UPUtil::get_ActiveDataSources);
-        const Variant name{std::wstring_view(document)};
-        check(sources->put_LocalSource(name));
-        check(sources->put_SharedSource(name));
-        Variant started;
-        check(preferences_->StartUPM(nullptr, nullptr, &started));
+        : apartment_(apartment), round_(round), preferences_(startedPreferences(document)) {
         expect(value() == round_, "what the last apartment saved is lost", apartment_, round_);
     }
 
@@ -91,8 +63,9 @@ class Life {
         return _wtoi(text.str().c_str());
     }
     void keepValue() {
-        const auto values = shared(shared(create<_Preferences>(), &_Preferences::get_MyPreferences),
-                                   &_UPUtil::get_Values);
+        const auto values =
+            got(got(createRegistered<_Preferences>(), &_Preferences::get_MyPreferences),
+                &_UPUtil::get_Values);
         check(values->SaveValue(key_.get(), group_.get(), Bstr(std::to_wstring(round_)).get()));
         expect(value() == round_, "a value is lost", apartment_, round_);
     }
@@ -100,12 +73,12 @@ class Life {
         const LONG number = apartment_ * 1'000'000 + round_;
         Bstr text;
         check(system_->SaveMyError(1, number, nullptr, nullptr));
-        check(create<_SysUtil>()->MyError(Number, text.put()));
+        check(createRegistered<_SysUtil>()->MyError(Number, text.put()));
         expect(text.view() == std::to_wstring(number), "the last error is another's", apartment_,
                round_);
     }
     void publish() {
-        const auto hub = shared(create<_SysUtil>(), &_SysUtil::get_Notifications);
+        const auto hub = got(createRegistered<_SysUtil>(), &_SysUtil::get_Notifications);
         expect(got(hub, &_Notifications::get_Count) == 6, "the hub is another's", apartment_,
                round_);
         ComPtr<_INotification> published;
@@ -113,8 +86,8 @@ class Life {
         expect(got(hub, &_Notifications::get_Count) == 7, "a notification is lost", apartment_,
                round_);
         check(hub->Remove(Variant(L"MY:ROUND")));
-        check(shared(system_, &_SysUtil::get_Pulsar)->put_PulseInterval(round_));
-        expect(got(shared(system_, &_SysUtil::get_Pulsar), &_Pulsar::get_PulseInterval) == round_,
+        check(got(system_, &_SysUtil::get_Pulsar)->put_PulseInterval(round_));
+        expect(got(got(system_, &_SysUtil::get_Pulsar), &_Pulsar::get_PulseInterval) == round_,
                "the pulsar is another's", apartment_, round_);
     }
 
@@ -122,10 +95,9 @@ class Life {
     int round_;
     const Bstr key_{L"key"};
     const Bstr group_{L"group"};
-    const ComPtr<_SysUtil> system_ = create<_SysUtil>();
-    const ComPtr<_UPUtil> preferences_ =
-        shared(create<_Preferences>(), &_Preferences::get_MyPreferences);
-    const ComPtr<_UPValueUtil> values_ = shared(preferences_, &_UPUtil::get_Values);
+    const ComPtr<_SysUtil> system_ = createRegistered<_SysUtil>();
+    const ComPtr<_UPUtil> preferences_;
+    const ComPtr<_UPValueUtil> values_ = got(preferences_, &_UPUtil::get_Values);
 };
 
 void live(int apartment, int rounds, const std::wstring& document) {
@@ -155,13 +127,14 @@ void run(int apartments, int rounds) {
     const auto folder = std::filesystem::temp_directory_path() /
                         (L"vela-apartments-" + std::to_wstring(GetCurrentProcessId()));
     check(CoInitialize(nullptr));
-    const auto loaded = create<_KVItem>();  // the same copy of the library from beginning to end
+    const auto loaded =
+        createRegistered<_KVItem>();  // the same copy of the library from beginning to end
     // The platform keeps something for itself now and then; what is left behind grows every time.
     long left = std::numeric_limits<long>::max();
     for (int part = 0; part < kParts; ++part) {
-        const long before = test::allocatedBlocks();
+        const long before = allocatedBlocks();
         liveTogether(apartments, rounds / kParts, folder);
-        left = std::min(left, test::allocatedBlocks() - before);
+        left = std::min(left, allocatedBlocks() - before);
     }
     // Wine's parser leaves eight blocks behind for the declaration of each new document.
     const int lives = apartments * rounds / kParts / kRoundsOfALife;
@@ -170,17 +143,17 @@ void run(int apartments, int rounds) {
 }
 
 }  // namespace
-}  // namespace vela
+}  // namespace vela::test
 
 int main(int count, char** arguments) {
     const int apartments = count > 1 ? std::atoi(arguments[1]) : 4;
     const int rounds = count > 2 ? std::atoi(arguments[2]) : 20'000;
-    vela::run(apartments, rounds);
-    vela::expect(vela::canUnload() == S_OK, "objects are left behind", 0, rounds);
+    vela::test::run(apartments, rounds);
+    vela::test::expect(vela::test::canUnload() == S_OK, "objects are left behind", 0, rounds);
     CoUninitialize();
-    vela::expect(!GetModuleHandleW(L"Vela.Util.10.dll"), "the library stays", 0, rounds);
-    if (vela::failures == 0) {
+    vela::test::expect(!GetModuleHandleW(L"Vela.Util.10.dll"), "the library stays", 0, rounds);
+    if (vela::test::failures == 0) {
         std::printf("apartments: %d of %d rounds each: passed\n", apartments, rounds);
     }
-    return vela::failures == 0 ? 0 : 1;
+    return vela::test::failures == 0 ? 0 : 1;
 }

@@ -2,43 +2,16 @@
 #include <set>
 
 #include "preferences/preferences_support.h"
+#include "support/child_process.h"
 
 namespace vela::test {
 namespace {
 
-// A running vela_saver.
-class Saver {
-  public:
-    explicit Saver(std::wstring arguments) {
-        STARTUPINFOW start{};
-        start.cb = sizeof start;
-        std::wstring line = L"vela_saver.exe " + std::move(arguments);
-        EXPECT_TRUE(CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr,
-                                   nullptr, &start, &process_));
-    }
-    ~Saver() {
-        TerminateProcess(process_.hProcess, 9);
-        WaitForSingleObject(process_.hProcess, 10000);
-        CloseHandle(process_.hThread);
-        CloseHandle(process_.hProcess);
-    }
-    DWORD exitCode() {
-        DWORD code = STILL_ACTIVE;
-        EXPECT_EQ(WaitForSingleObject(process_.hProcess, 60000), DWORD{WAIT_OBJECT_0});
-        GetExitCodeProcess(process_.hProcess, &code);
-        return code;
-    }
-
-  private:
-    PROCESS_INFORMATION process_{};
-};
-
 class PreferencesSaveKill : public NoObjectsLeft {
   protected:
-    ~PreferencesSaveKill() { CloseHandle(first_); }
-
     std::wstring saving(const wchar_t* user, int rounds) const {
-        return L"\"" + file_ + L"\" " + user + L" " + std::to_wstring(rounds) + L" " + eventName_;
+        return L"vela_saver.exe \"" + file_ + L"\" " + user + L" " + std::to_wstring(rounds) +
+               L" " + eventName_;
     }
     // The different values of a user's 200 items.
     std::set<std::wstring> values(const wchar_t* user) {
@@ -56,17 +29,17 @@ class PreferencesSaveKill : public NoObjectsLeft {
     TemporaryFolder folder_;
     const std::wstring file_ = folder_.path(L"a.up2.xml");
     const std::wstring eventName_ = L"vela-" + std::to_wstring(GetCurrentProcessId());
-    const HANDLE first_ = CreateEventW(nullptr, FALSE, FALSE, eventName_.c_str());
+    const NamedEvent first_{eventName_};
 };
 
 TEST_F(PreferencesSaveKill, AKilledSaveLosesAndHalvesNothing) {
-    ASSERT_EQ(Saver(saving(L"RUI", 1)).exitCode(), 0u);
+    ASSERT_EQ(ChildProcess(saving(L"RUI", 1)).exitCode(), 0u);
     std::mt19937 random(std::random_device{}());
     for (int kill = 0; kill < 30; ++kill) {
-        ResetEvent(first_);
+        first_.reset();
         {
-            const Saver killed(saving(L"ANA", 0));
-            ASSERT_EQ(WaitForSingleObject(first_, 20000), DWORD{WAIT_OBJECT_0});
+            const ChildProcess killed(saving(L"ANA", 0));
+            ASSERT_TRUE(first_.isSetSoon());
             Sleep(random() % 60);
         }
         ASSERT_EQ(values(L"RUI"), Values{L"1"});
@@ -76,8 +49,8 @@ TEST_F(PreferencesSaveKill, AKilledSaveLosesAndHalvesNothing) {
 }
 
 TEST_F(PreferencesSaveKill, ProgramsThatSaveAtTheSameTimeLoseNothing) {
-    Saver ana(saving(L"ANA", 40)), rui(saving(L"RUI", 40));
-    for (Saver* saver : {&ana, &rui}) EXPECT_EQ(saver->exitCode(), 0u);
+    const ChildProcess ana(saving(L"ANA", 40)), rui(saving(L"RUI", 40));
+    for (const ChildProcess* saver : {&ana, &rui}) EXPECT_EQ(saver->exitCode(), 0u);
     EXPECT_EQ(values(L"ANA"), Values{L"40"});
     EXPECT_EQ(values(L"RUI"), Values{L"40"});
 }

@@ -22,6 +22,7 @@ Else
 End If
 
 Sub Forget(ending, time)
+    files.CreateTextFile(folder & "\begun.txt").Close
     Set preferences = CreateObject("VelaUtil10.Preferences").MyPreferences
     Set own = preferences.NewPreferences()
     Start preferences, "shared"
@@ -55,6 +56,7 @@ End Sub
 Sub CheckEnding(ending, time, leastKept)
     Dim place, name
     place = folder & "\" & ending
+    files.CreateFolder place
     CreateObject("WScript.Shell").Run "cscript //nologo """ & WScript.ScriptFullName & """ """ & _
         place & """ """ & ending & """ " & time, 0, True
     For Each name In Array("shared", "own")

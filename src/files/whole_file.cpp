@@ -11,7 +11,6 @@ namespace {
 
 constexpr wchar_t kSiblingSuffix[] = L".vela.tmp";  // no file of anybody else's
 constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
-constexpr DWORD kPatience = 5000;      // ms
 constexpr DWORD kShortPatience = 100;  // ms
 constexpr DWORD kPause = 10;           // ms
 constexpr DWORD kOneCall = 16 << 20;
@@ -131,8 +130,9 @@ DWORD writeNewFile(const std::wstring& path, const void* content, std::size_t si
     return error;
 }
 
-FileReplacement::FileReplacement(const std::wstring& path) : path_(linkedFile(path)) {
-    error_ = path.empty() || isDevice(path) ? DWORD{ERROR_INVALID_NAME} : open();
+FileReplacement::FileReplacement(const std::wstring& path, DWORD patience)
+    : path_(linkedFile(path)) {
+    error_ = path.empty() || isDevice(path) ? DWORD{ERROR_INVALID_NAME} : open(patience);
     // A process killed earlier may have left content.
     if (error_ == ERROR_SUCCESS && !SetEndOfFile(sibling_.get())) error_ = GetLastError();
 }
@@ -141,7 +141,7 @@ FileReplacement::~FileReplacement() {
     if (sibling_) deleteOnClose(sibling_.get());
 }
 
-DWORD FileReplacement::open() {
+DWORD FileReplacement::open(DWORD patience) {
     const std::wstring name = path_ + kSiblingSuffix;
     const ULONGLONG start = GetTickCount64();
     for (;;) {
@@ -159,8 +159,8 @@ DWORD FileReplacement::open() {
         const DWORD attributes = GetFileAttributesW(name.c_str());
         const bool folder =
             attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY);
-        const ULONGLONG patience = held ? kPatience : denied ? kShortPatience : 0;
-        if (folder || GetTickCount64() - start >= patience) return error;
+        const DWORD left = held ? patience : denied ? (std::min)(patience, kShortPatience) : 0;
+        if (folder || GetTickCount64() - start >= left) return error;
         Sleep(kPause);
     }
 }

@@ -14,7 +14,8 @@ namespace vela {
 using Bytes = std::vector<std::byte>;
 
 // How long reading waits, in all, for others who keep the file or a part of it for themselves.
-inline constexpr DWORD kMoment = 1000;  // ms
+inline constexpr DWORD kMoment = 1000;    // ms
+inline constexpr DWORD kPatience = 5000;  // ms
 
 // Reads one file in parts, up to the size that it has when it is opened. Files of 2 GB and more are
 // refused with ERROR_FILE_TOO_LARGE, devices with ERROR_INVALID_NAME. `patience` is in ms.
@@ -54,8 +55,8 @@ DWORD writeNewFile(const std::wstring& path, const void* content, std::size_t si
 // leads to is replaced: the sibling is beside that one.
 class FileReplacement {
   public:
-    // Waits for others up to five seconds.
-    explicit FileReplacement(const std::wstring& path);
+    // Waits for others up to `patience` ms.
+    explicit FileReplacement(const std::wstring& path, DWORD patience = kPatience);
     ~FileReplacement();
     FileReplacement(const FileReplacement&) = delete;
     FileReplacement& operator=(const FileReplacement&) = delete;
@@ -71,7 +72,7 @@ class FileReplacement {
     DWORD commit(const void* content, std::size_t size, DWORD attributes);
 
   private:
-    DWORD open();
+    DWORD open(DWORD patience);
 
     std::wstring path_;
     KernelHandle sibling_;

@@ -3,6 +3,7 @@
 #include "automation/late_bound.h"
 #include "collections/Collection.h"
 #include "preferences/UPDataSourceXML.h"
+#include "preferences/document_cache.h"
 
 namespace vela {
 
@@ -35,6 +36,14 @@ ComPtr<_IUPDataSource> storeFor(UPManager& manager, const VARIANT& given) {
     return store;
 }
 
+// A section that could not be saved gives way to one of another store.
+Unsaved unsavedFor(UPManager& manager, _IUPDataSource* store) {
+    const ComPtr<_IUPSection> old = manager.section(kRPSection.id);
+    const auto current = old ? storeOf(old.Get()) : nullptr;
+    const bool ours = own<UPDataSourceXML>(current.Get()) != nullptr;
+    return ours || current.Get() == store ? Unsaved::Stays : Unsaved::Replaced;
+}
+
 }  // namespace
 
 const SectionManager<RPItem>& RPManager::section() const {
@@ -63,8 +72,9 @@ HRESULT RPManager::Load(_UPManager** manager, VARIANT* dataSource, VARIANT_BOOL*
         const Variant omitted;
         const auto store = storeFor(*ours.Get(), dataSource ? dereferenced(*dataSource) : omitted);
         if (!store) return false;
-        ours->saveLoaded();
-        registerSection(*ours.Get(), kRPSection, store);
+        ours->saveForStart();
+        forgetDocuments();
+        registerSection(*ours.Get(), kRPSection, store, unsavedFor(*ours.Get(), store.Get()));
         section_.emplace(ours, kRPSection);
         ours->load();
         return true;

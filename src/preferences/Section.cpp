@@ -45,6 +45,12 @@ bool flagOf(_IUPSection* section, HRESULT (STDMETHODCALLTYPE _IUPSection::*get)(
     return isTrue(value);
 }
 
+bool hasStored(_IUPSection* section) {
+    if (flagOf(section, &_IUPSection::get_Loaded)) return true;
+    const auto items = own<UPItems>(itemsOf(section).Get());
+    return items && items->hasRecords();
+}
+
 bool isSame(_IUPSection* one, _IUPSection* other) {
     ComPtr<IUnknown> first, second;
     return SUCCEEDED(one->QueryInterface(IID_PPV_ARGS(&first))) &&

@@ -94,6 +94,9 @@ ComPtr<_UPItems> itemsOf(_IUPSection* section);
 // Its store; null when it has none.
 ComPtr<_IUPDataSource> storeOf(_IUPSection* section);
 bool flagOf(_IUPSection* section, HRESULT (STDMETHODCALLTYPE _IUPSection::*get)(VARIANT_BOOL*));
+// Whether the section may replace, or be merged with, what is stored of it: it was loaded, or it is
+// known what it has not.
+bool hasStored(_IUPSection* section);
 // Whether both are one object. Adapters are made anew for every call, so pointers do not tell.
 bool isSame(_IUPSection* one, _IUPSection* other);
 

@@ -1,5 +1,7 @@
 #include "preferences/UPItems.h"
 
+#include <algorithm>
+
 #include "automation/enumerator.h"
 #include "preferences/stored_item.h"
 #include "text/core/text_normalisation.h"
@@ -8,6 +10,8 @@
 namespace vela {
 
 namespace {
+
+constexpr std::size_t kMostRecords = 8;
 
 // Documents cannot hold every character: what they leave out counts nowhere.
 std::wstring keyFor(std::wstring_view id, std::wstring_view group) {
@@ -41,11 +45,15 @@ void UPItems::addRead(const ComPtr<IDispatch>& object) {
 }
 
 std::shared_ptr<const SectionRecord> UPItems::recordOf(const SectionPlace& place) const {
-    return record_ && record_->place == place ? record_ : nullptr;
+    const auto found = std::find_if(records_.begin(), records_.end(),
+                                    [&](const auto& record) { return record->place == place; });
+    return found == records_.end() ? nullptr : *found;
 }
 
 void UPItems::setRecord(SectionRecord record) {
-    record_ = std::make_shared<const SectionRecord>(std::move(record));
+    std::erase_if(records_, [&](const auto& known) { return known->place == record.place; });
+    if (records_.size() == kMostRecords) records_.erase(records_.begin());
+    records_.push_back(std::make_shared<const SectionRecord>(std::move(record)));
 }
 
 HRESULT UPItems::get_NewEnum(IUnknown** result) {

@@ -3,6 +3,7 @@
 
 #include <functional>
 #include <memory>
+#include <vector>
 
 #include "collections/core/keyed_collection.h"
 #include "contract.h"
@@ -24,10 +25,12 @@ class UPItems final : public Object<UPItems, _UPItems> {
     // Error 457 when the key is taken all the same, 13 when `object` is no item.
     void addRead(const ComPtr<IDispatch>& object);
 
-    // What was last read from a place in a document, or written there; null when that was another
-    // place, or nothing.
+    // What was last read from a place in a document, or written there; null when nothing was, or
+    // too many other places came after it.
     std::shared_ptr<const SectionRecord> recordOf(const SectionPlace& place) const;
     void setRecord(SectionRecord record);
+    bool hasRecords() const { return !records_.empty(); }
+    void forgetRecords() { records_.clear(); }
 
     // What is called after every addition and removal: the owning section is then not saved.
     // Nothing for a collection without an owner.
@@ -49,7 +52,7 @@ class UPItems final : public Object<UPItems, _UPItems> {
 
     Entries entries_;
     std::function<void()> changed_;
-    std::shared_ptr<const SectionRecord> record_;
+    std::vector<std::shared_ptr<const SectionRecord>> records_;  // the latest last
 };
 
 }  // namespace vela

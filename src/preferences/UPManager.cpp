@@ -1,9 +1,12 @@
 #include "preferences/UPManager.h"
 
+#include <algorithm>
+
 #include "automation/enumerator.h"
 #include "files/core/path_parts.h"
 #include "files/delete_file.h"
 #include "preferences/Section.h"
+#include "preferences/UPDataSourceXML.h"
 #include "preferences/UPSections.h"
 #include "preferences/document_cache.h"
 #include "preferences/document_names.h"
@@ -51,6 +54,7 @@ std::vector<ComPtr<_IUPSection>> UPManager::sections() {
 }
 
 void UPManager::load() {
+    const LiveContexts::Call call;
     loaded_ = true;
     for (const auto& section : sections()) {
         ComPtr<_IUPDataSource> store;
@@ -63,21 +67,45 @@ void UPManager::load() {
         VARIANT_BOOL ignored = VARIANT_FALSE;
         checkRecorded(store->Load(Bstr(applicationId_).get(), Bstr(userId_).get(),
                                   argument.GetAddressOf(), &ignored));
-        checkRecorded(section->put_Loaded(VARIANT_TRUE));
+        quietly([&] { checkRecorded(section->put_Loaded(VARIANT_TRUE)); });
     }
 }
 
-void UPManager::save() {
-    PreferencesSave(*this, PreferencesSave::Failures::Raised, PreferencesSave::Sections::All).run();
+void UPManager::save() { PreferencesSave(*this, PreferencesSave::Occasion::Save).run(); }
+void UPManager::saveEach() { PreferencesSave(*this, PreferencesSave::Occasion::End).run(); }
+void UPManager::saveForStart() { PreferencesSave(*this, PreferencesSave::Occasion::Start).run(); }
+void UPManager::saveInPassing() {
+    PreferencesSave(*this, PreferencesSave::Occasion::Passing).run();
 }
 
-void UPManager::saveEach() {
-    PreferencesSave(*this, PreferencesSave::Failures::Kept, PreferencesSave::Sections::All).run();
+const UPManager::Pending* UPManager::pendingOf(_IUPSection* section) const {
+    const UserPath user(applicationId_, userId_);
+    const auto found = std::find_if(pending_.begin(), pending_.end(), [&](const Pending& pending) {
+        return pending.user == user && isSame(pending.section.Get(), section);
+    });
+    return found == pending_.end() ? nullptr : &*found;
 }
 
-void UPManager::saveLoaded() {
-    PreferencesSave(*this, PreferencesSave::Failures::Kept, PreferencesSave::Sections::Loaded)
-        .run();
+bool UPManager::owes(_IUPSection* section) const {
+    const Pending* pending = pendingOf(section);
+    return pending && pending->failed;
+}
+
+bool UPManager::owesAny() const {
+    return std::any_of(pending_.begin(), pending_.end(),
+                       [](const Pending& pending) { return pending.failed; });
+}
+
+// What a section had there does not come back.
+void UPManager::forgetDocument(const std::wstring& path) {
+    for (const auto& section : sections()) {
+        quietly([&] {
+            const auto store = own<UPDataSourceXML>(storeOf(section.Get()).Get());
+            const auto items = own<UPItems>(itemsOf(section.Get()).Get());
+            const bool there = store && upperCase(store->path()) == upperCase(path);
+            if (there && items) items->forgetRecords();
+        });
+    }
 }
 
 HRESULT UPManager::get_PreferenceSections(_UPSections** result) {
@@ -141,10 +169,13 @@ HRESULT UPManager::Delete(BSTR userId, VARIANT_BOOL* result) {
             deleteFile(local);
             deleteFile(shared);
             sections_ = make<UPSections>();
-            owed_.clear();
+            pending_.clear();
         } else {
-            deleteFile(folderOf(local) + user + kLocalSuffix);
-            deleteFile(folderOf(shared) + user + kSharedSuffix);
+            for (const std::wstring& path :
+                 {folderOf(local) + user + kLocalSuffix, folderOf(shared) + user + kSharedSuffix}) {
+                deleteFile(path);
+                forgetDocument(path);
+            }
         }
         return false;
     });

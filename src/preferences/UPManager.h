@@ -45,27 +45,36 @@ class UPManager final : public Object<UPManager, _UPManager> {
     void save();
     // Saves what can be saved, each section on its own.
     void saveEach();
-    // The same for the sections that were loaded: the others may not yet have what is stored.
-    void saveLoaded();
-    // Whether the section's own store could not write what was last saved. The next save tries it
-    // again, although its Saved is true.
+    // The same before sections are registered anew. What callers' stores refuse is kept for later.
+    void saveForStart();
+    // The same for the sections of our own stores, and without much patience.
+    void saveInPassing();
+    // Whether the section's store could not write what was last saved. The next save tries it
+    // again, although its Saved may be true.
     bool owes(_IUPSection* section) const;
+    bool owesAny() const;
 
   private:
     friend class PreferencesSave;
 
-    // A section that could not be written, for the identities that it belongs to.
-    struct Owed {
+    // A section to be saved again, for the identities that it belongs to.
+    struct Pending {
         UserPath user;
         ComPtr<_IUPSection> section;
+        // It could not be written; else it was, in passing, and its items may have been changed in
+        // place since.
+        bool failed;
     };
+
+    const Pending* pendingOf(_IUPSection* section) const;
+    void forgetDocument(const std::wstring& path);
 
     ComPtr<_UPSections> sections_;
     std::wstring userId_;
     std::wstring applicationId_;
     bool loaded_ = false;
     bool saving_ = false;
-    std::vector<Owed> owed_;
+    std::vector<Pending> pending_;
     const ComPtr<UPDataSources> dataSources_ = make<UPDataSources>();
 };
 

@@ -10,8 +10,6 @@ namespace vela {
 
 namespace {
 
-constexpr ULONGLONG kMoment = 1000;  // ms
-
 struct DocumentCache : ApartmentCache {
     KeyedCollection<ReadDocument> documents;  // by file name
     // What was last waited for in vain, and until when: the sections of one document do not wait

@@ -47,10 +47,12 @@ void setAll(std::span<SectionSave> saves, SectionSave::Outcome outcome) {
 // One saving of a document.
 class DocumentSave {
   public:
-    explicit DocumentSave(const std::wstring& fileName) : fileName_(fileName), update_(fileName) {}
+    DocumentSave(const std::wstring& fileName, DWORD patience)
+        : fileName_(fileName), update_(fileName, patience) {}
 
     void run(std::span<SectionSave> saves) {
         bool changed = false;
+        for (const SectionSave& save : saves) noteIfLost(save.user);
         for (SectionSave& save : saves) {
             quietly([&] {
                 changed |= write(save);
@@ -58,7 +60,7 @@ class DocumentSave {
             });
         }
         if (changed) commit(saves);
-        else if (!update_.existed()) setAll(saves, SectionSave::Outcome::Nothing);
+        else if (!update_.existed()) nothingSaved(saves);
         for (auto& [items, record] : records_) {
             record.content = update_.content();
             items->setRecord(std::move(record));
@@ -68,18 +70,30 @@ class DocumentSave {
   private:
     using Record = std::pair<ComPtr<UPItems>, SectionRecord>;
 
+    // Notes users of whom the document has nothing at all.
+    void noteIfLost(const UserPath& user) {
+        quietly([&] {
+            if (!update_.document().select(user.user())) lost_.push_back(user);
+        });
+    }
+
     // Whether the document changes.
     bool write(const SectionSave& save) {
         _IUPSection* const section = save.section.Get();
         Record next{own<UPItems>(itemsOf(section).Get()),
                     {{fileName_, save.user, idOf(section)}, nullptr, true, {}}};
-        const auto record = next.first ? next.first->recordOf(next.second.place) : nullptr;
-        const bool stored = update_.document().select(save.user.section(idOf(section))) != nullptr;
+        const SectionPlace& place = next.second.place;
+        const auto record = next.first ? next.first->recordOf(place) : nullptr;
+        const bool lost = std::find(lost_.begin(), lost_.end(), save.user) != lost_.end();
+        const bool rescued = lost && record && record->content;
+        // What another section has put there is not what this one knows.
+        const bool foreign = std::find(places_.begin(), places_.end(), place) != places_.end();
+        if (!save.changed && !rescued && (foreign || !isCurrent(record.get()))) return false;
         bool changed = false;
-        if (save.changed || (record && record->content && !stored)) {
-            changed = write(save, stored ? record.get() : nullptr, next.second);
-        } else if (!isCurrent(record.get())) {
-            return false;
+        if (save.changed || rescued) {
+            const bool replaces = !foreign && (lost || !record || isCurrent(record.get()));
+            changed = write(save, record.get(), replaces, next.second);
+            places_.push_back(place);
         }
         if (next.first) records_.push_back(std::move(next));
         return changed;
@@ -90,10 +104,10 @@ class DocumentSave {
         return record && record->same && record->content && *record->content == *update_.content();
     }
 
-    bool write(const SectionSave& save, const SectionRecord* record, SectionRecord& next) {
+    bool write(const SectionSave& save, const SectionRecord* record, bool replaces,
+               SectionRecord& next) {
         auto replaced = Replaced::Refused;
-        if (!record || isCurrent(record))
-            replaced = replaceSection(update_.document(), save.user, save.section.Get());
+        if (replaces) replaced = replaceSection(update_.document(), save.user, save.section.Get());
         if (replaced != Replaced::Refused) return replaced == Replaced::Changed;
         next.items = mergeSection(update_.document(), save.user, save.section.Get(),
                                   known(record, save.section.Get()));
@@ -107,21 +121,31 @@ class DocumentSave {
         setAll(saves, SectionSave::Outcome::Failed);
     }
 
+    static void nothingSaved(std::span<SectionSave> saves) {
+        for (SectionSave& save : saves) {
+            if (save.outcome == SectionSave::Outcome::Saved) {
+                save.outcome = SectionSave::Outcome::Nothing;
+            }
+        }
+    }
+
     const std::wstring& fileName_;
     DocumentUpdate update_;
+    std::vector<UserPath> lost_;
+    std::vector<SectionPlace> places_;  // written by now
     std::vector<Record> records_;
 };
 
 }  // namespace
 
-void saveSections(const std::wstring& fileName, std::span<SectionSave> saves) {
+void saveSections(const std::wstring& fileName, std::span<SectionSave> saves, DWORD patience) {
     quietly([&] {
         const bool filled = std::any_of(saves.begin(), saves.end(), canHaveItems);
         if (!isDocumentName(fileName) || (!filled && !exists(fileName))) {
             return setAll(saves, SectionSave::Outcome::Nothing);
         }
         if (filled) makeFolderOf(fileName);
-        DocumentSave(fileName).run(saves);
+        DocumentSave(fileName, patience).run(saves);
     });
 }
 

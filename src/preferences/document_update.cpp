@@ -1,5 +1,6 @@
 #include "preferences/document_update.h"
 
+#include <algorithm>
 #include <span>
 
 #include "automation/error.h"
@@ -14,9 +15,9 @@ namespace {
 
 constexpr DWORD kNewFileAttributes = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_ARCHIVE;
 
-Bytes contentOf(const std::wstring& fileName) {
+Bytes contentOf(const std::wstring& fileName, DWORD patience) {
     Bytes content;
-    const DWORD error = readWholeFile(fileName, content);
+    const DWORD error = readWholeFile(fileName, content, (std::min)(patience, kMoment));
     if (error != ERROR_FILE_NOT_FOUND) check(HRESULT_FROM_WIN32(error));
     return content;
 }
@@ -27,10 +28,10 @@ void replace(FileReplacement& file, const std::string& content) {
 
 }  // namespace
 
-DocumentUpdate::DocumentUpdate(const std::wstring& fileName)
-    : fileName_(documentName(fileName)), replacement_(fileName) {
+DocumentUpdate::DocumentUpdate(const std::wstring& fileName, DWORD patience)
+    : fileName_(documentName(fileName)), replacement_(fileName, patience) {
     check(HRESULT_FROM_WIN32(replacement_.error()));
-    content_ = std::make_shared<const Bytes>(contentOf(fileName));
+    content_ = std::make_shared<const Bytes>(contentOf(fileName, patience));
     std::optional<XmlDocument> found;
     if (!content_->empty()) found = parsed(*content_);
     existed_ = found.has_value();
@@ -41,6 +42,7 @@ void DocumentUpdate::commit() {
     const std::string written = bytesOf(document_);
     const auto bytes = std::as_bytes(std::span(written));
     auto content = std::make_shared<const Bytes>(bytes.begin(), bytes.end());
+    if (existed_ && *content == *content_) return;
     if (!existed_ && !content_->empty()) keepAside(fileName_, *content_);
     replace(replacement_, written);
     content_ = std::move(content);

@@ -16,9 +16,9 @@ namespace vela {
 // holds is still true when it is replaced. Without a commit the file stays as it is.
 class DocumentUpdate {
   public:
-    // Reads the file itself, whatever is cached of it. Throws Error when its name is not that of a
-    // document, or when it cannot be read or replaced.
-    explicit DocumentUpdate(const std::wstring& fileName);
+    // Reads the file itself, whatever is cached of it. Waits for others up to `patience` ms. Throws
+    // Error when its name is not that of a document, or when it cannot be read or replaced.
+    DocumentUpdate(const std::wstring& fileName, DWORD patience);
 
     // An empty one where the file is missing, empty or unreadable.
     const XmlDocument& document() const { return document_; }
@@ -27,8 +27,8 @@ class DocumentUpdate {
     // The bytes of the file, as they were found or, from the commit on, are now.
     const std::shared_ptr<const Bytes>& content() const { return content_; }
 
-    // Puts the document in the file's place, hidden where there was no file. What was unreadable is
-    // kept aside. Throws Error.
+    // Puts the document in the file's place, hidden where there was no file; a file that holds just
+    // that is left alone. What was unreadable is kept aside. Throws Error.
     void commit();
 
   private:

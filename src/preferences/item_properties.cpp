@@ -23,6 +23,14 @@ std::wstring lowerCase(std::wstring text) {
 // The identity is kept elsewhere.
 bool isIdentity(const std::wstring& name) { return name == L"GROUP" || name == L"ID"; }
 
+// XML allows an attribute once.
+void add(std::vector<ItemProperty>& properties, ItemProperty added) {
+    const bool known = std::any_of(properties.begin(), properties.end(), [&](const auto& property) {
+        return property.name == added.name;
+    });
+    if (!known && isXmlName(added.name)) properties.push_back(std::move(added));
+}
+
 std::wstring storedDate(DATE date) {
     SYSTEMTIME time;
     if (date <= 0 || !VariantTimeToSystemTime(date, &time)) return {};
@@ -78,8 +86,7 @@ std::vector<ItemProperty> ItemProperties::described(ITypeInfo* info) const {
     std::vector<ItemProperty> properties;
     for (const DeclaredProperty& declared : settableProperties(info)) {
         const std::wstring name = upperCase(declared.name);
-        if (!isXmlName(name)) continue;
-        properties.push_back(
+        add(properties,
             {name, lowerCase(declared.name), declared.id, declared.type, isListed(name)});
     }
     return properties;
@@ -92,8 +99,8 @@ std::vector<ItemProperty> ItemProperties::listed(IDispatch* item) const {
         if (end == list_.npos) break;
         const std::wstring name = list_.substr(at, end - at);
         const DISPID member = findMember(item, name.c_str());
-        if (member == DISPID_UNKNOWN || !isXmlName(name)) continue;
-        properties.push_back({name, lowerCase(name), member, VT_VARIANT, !isIdentity(name)});
+        if (member == DISPID_UNKNOWN) continue;
+        add(properties, {name, lowerCase(name), member, VT_VARIANT, !isIdentity(name)});
     }
     return properties;
 }

@@ -6,71 +6,91 @@ namespace vela {
 
 namespace {
 
-constexpr UINT kDelay = 2000;  // ms
-constexpr UINT kRetry = 100;   // ms
+constexpr UINT kDelay = 2000;          // ms
+constexpr UINT kRetryAfterCall = 100;  // ms
+constexpr UINT kRetry = 30000;         // ms, of what could not be written
+constexpr UINT kLoopIsThere = WM_APP;
 constexpr UINT_PTR kTimer = 1;
+constexpr wchar_t kName[] = L"Preferences to be saved";
+
+// One may take others with it, and itself.
+template <class Visit>
+void each(LiveContexts::State& state, Visit visit) {
+    quietly([&] {
+        for (UPContext* context : std::set<UPContext*>(state.contexts)) {
+            quietly([&] {
+                if (state.contexts.contains(context)) visit(*context->shared_from_this());
+            });
+        }
+    });
+}
 
 }  // namespace
 
-LiveContexts::Call::Call()
-    : contexts_(apartmentLocalIfAny<LiveContexts>()),
-      due_(contexts_ && contexts_->changed_ && GetTickCount64() - *contexts_->changed_ >= kDelay) {
-    if (contexts_) ++contexts_->calls_;
+LiveContexts::Call::Call() {
+    const auto* contexts = apartmentLocalIfAny<LiveContexts>();
+    if (!contexts) return;
+    state_ = contexts->state_;
+    ++state_->calls;
+    due_ = state_->changed && GetTickCount64() - *state_->changed >= kDelay;
 }
 
 LiveContexts::Call::~Call() {
-    if (contexts_ && --contexts_->calls_ == 0 && due_) contexts_->save();
+    if (!state_ || --state_->calls > 0) return;
+    if (due_ && state_->owner) state_->owner->save();
 }
 
 void LiveContexts::noteChange() {
-    if (changed_) return;
-    changed_ = GetTickCount64();
+    if (state_->changed) return;
+    state_->changed = GetTickCount64();
     // Without a window the next call of a facade saves.
-    quietly([&] { startTimer(kDelay); });
+    quietly([&] { wait(kDelay); });
 }
 
-void LiveContexts::startTimer(UINT delay) {
+void LiveContexts::wait(UINT delay) {
     MessageHandler& handler = *this;
-    if (!window_) {
-        window_.emplace(handler, L"Preferences to be saved", MessageWindow::Kind::TopLevel);
+    if (!timer_) {
+        timer_.emplace(handler, kName);
+        PostMessageW(timer_->get(), kLoopIsThere, 0, 0);
     }
-    SetTimer(window_->get(), kTimer, delay, nullptr);
+    SetTimer(timer_->get(), kTimer, delay, nullptr);
 }
 
 bool LiveContexts::handle(UINT message, WPARAM first, LPARAM) {
-    if (message == WM_ENDSESSION) {
-        if (first) save();
-        return true;
+    MessageHandler& handler = *this;
+    if (message == kLoopIsThere) {
+        if (!session_) session_.emplace(handler, kName, MessageWindow::Kind::TopLevel);
+    } else if (message == WM_ENDSESSION) {
+        if (first) each(*state_, [](UPContext& context) { context.manager()->saveEach(); });
+    } else if (message == WM_TIMER && first == kTimer) {
+        if (state_->calls > 0) wait(kRetryAfterCall);
+        else save();
+    } else {
+        return false;
     }
-    if (message != WM_TIMER || first != kTimer) return false;
-    if (calls_ > 0) startTimer(kRetry);
-    else save();
     return true;
 }
 
 void LiveContexts::save() {
-    changed_.reset();
-    if (window_) KillTimer(window_->get(), kTimer);
-    ++calls_;
-    each([](UPContext& context) { context.saveInPassing(); });
-    --calls_;
-}
-
-// One may take others with it, and itself.
-template <class Visit>
-void LiveContexts::each(Visit visit) {
-    const auto all = all_;
-    for (UPContext* context : Contexts(*all)) {
-        quietly([&] {
-            if (all->contains(context)) visit(*context->shared_from_this());
-        });
-    }
+    const auto state = state_;  // what is called may end the apartment
+    state->changed.reset();
+    if (timer_) KillTimer(timer_->get(), kTimer);
+    bool owes = false;
+    ++state->calls;
+    each(*state, [&](UPContext& context) {
+        context.manager()->saveInPassing();
+        owes = owes || context.manager()->owesAny();
+    });
+    --state->calls;
+    if (!owes || state->changed || !state->owner) return;
+    state->changed = GetTickCount64();
+    quietly([&] { wait(kRetry); });
 }
 
 // A client that forgets to stop loses nothing.
 void LiveContexts::end() {
-    ++calls_;
-    each([](UPContext& context) { context.finish(); });
+    ++state_->calls;
+    each(*state_, [](UPContext& context) { context.finish(); });
 }
 
 }  // namespace vela

@@ -19,11 +19,21 @@ class UPContext;
 
 class LiveContexts : public ApartmentCache, private MessageHandler {
   public:
-    using Contexts = std::set<UPContext*>;
+    // What the contexts and calls hold, which may be left when the apartment has ended.
+    struct State {
+        std::set<UPContext*> contexts;
+        std::optional<std::uint64_t> changed;  // when, in ms; none when all is saved
+        int calls = 0;                         // under way
+        LiveContexts* owner = nullptr;         // null when that is gone
+    };
 
-    // Shared with the contexts, which may be left when this is gone.
-    const std::shared_ptr<Contexts>& all() const { return all_; }
-    bool isEmpty() const { return all_->empty(); }
+    LiveContexts() { state_->owner = this; }
+    ~LiveContexts() { state_->owner = nullptr; }
+    LiveContexts(const LiveContexts&) = delete;
+    LiveContexts& operator=(const LiveContexts&) = delete;
+
+    const std::shared_ptr<State>& state() const { return state_; }
+    bool isEmpty() const { return state_->contexts.empty(); }
 
     // Tells that something is unsaved.
     void noteChange();
@@ -39,21 +49,20 @@ class LiveContexts : public ApartmentCache, private MessageHandler {
         Call& operator=(const Call&) = delete;
 
       private:
-        LiveContexts* const contexts_;
-        const bool due_;
+        std::shared_ptr<State> state_;
+        bool due_ = false;
     };
 
   private:
     bool handle(UINT message, WPARAM first, LPARAM second) override;
-    void startTimer(UINT delay);
+    void wait(UINT delay);
     void save();
-    template <class Visit>
-    void each(Visit visit);
 
-    const std::shared_ptr<Contexts> all_ = std::make_shared<Contexts>();
-    std::optional<MessageWindow> window_;
-    std::optional<std::uint64_t> changed_;  // when, in ms; none when all is saved
-    int calls_ = 0;                         // under way
+    const std::shared_ptr<State> state_ = std::make_shared<State>();
+    std::optional<MessageWindow> timer_;
+    // Other programs wait for the top-level windows of a thread: only one with a message loop gets
+    // this.
+    std::optional<MessageWindow> session_;
 };
 
 // Tells the apartment's preferences, if it has any, that one of their sections has changed.

@@ -11,6 +11,8 @@ namespace vela {
 
 namespace {
 
+constexpr DWORD kPassingPatience = 100;  // ms
+
 std::wstring pathOf(_IUPSection* section) {
     const auto ours = own<UPDataSourceXML>(storeOf(section).Get());
     return ours ? ours->path() : std::wstring();
@@ -18,11 +20,10 @@ std::wstring pathOf(_IUPSection* section) {
 
 }  // namespace
 
-PreferencesSave::PreferencesSave(UPManager& manager, Failures failures, Sections sections)
+PreferencesSave::PreferencesSave(UPManager& manager, Occasion occasion)
     : manager_(&manager),
       user_(manager.applicationId(), manager.userId()),
-      failures_(failures),
-      wanted_(sections),
+      occasion_(occasion),
       nested_(std::exchange(manager.saving_, true)) {}
 
 PreferencesSave::~PreferencesSave() { manager_->saving_ = nested_; }
@@ -30,58 +31,74 @@ PreferencesSave::~PreferencesSave() { manager_->saving_ = nested_; }
 void PreferencesSave::run() {
     // A store that saves everything is being called for that already.
     if (nested_) return;
-    if (wanted_ == Sections::All) forgetDocuments();
+    if (occasion_ != Occasion::Passing) forgetDocuments();
     registered_ = manager_->sections();
-    for (const auto& owed : manager_->owed_) {
-        if (isRegistered(owed)) continue;
-        quietly([&] { add(pathOf(owed.section.Get()), {owed.user, owed.section}); });
+    saveParked();
+    for (const auto& section : registered_) {
+        ComPtr<_IUPDataSource> store;
+        // A caller's section may answer anything.
+        quietly([&] {
+            if (isWanted(section.Get())) store = storeOf(section.Get());
+        });
+        if (store) save({user_, section}, store.Get());
     }
-    writeBatches();  // a registered section may have the same place, and is to find it there
-    for (const auto& section : registered_) visit(section);
     writeBatches();
 }
 
-bool PreferencesSave::isRegistered(const UPManager::Owed& owed) const {
-    return owed.user == user_ &&
+bool PreferencesSave::isRegistered(const UPManager::Pending& pending) const {
+    return pending.user == user_ &&
            std::any_of(registered_.begin(), registered_.end(), [&](const auto& section) {
-               return isSame(section.Get(), owed.section.Get());
+               return isSame(section.Get(), pending.section.Get());
            });
 }
 
-void PreferencesSave::visit(const ComPtr<_IUPSection>& section) {
-    ComPtr<_IUPDataSource> store;
-    // A caller's section may answer anything.
-    quietly([&] {
-        _IUPSection* const asked = section.Get();
-        const bool changed = manager_->owes(asked) || !flagOf(asked, &_IUPSection::get_Saved);
-        const bool wanted = wanted_ == Sections::All || flagOf(asked, &_IUPSection::get_Loaded);
-        if (changed && wanted) store = storeOf(asked);
-    });
-    if (!store) return;
-    if (const auto ours = own<UPDataSourceXML>(store.Get())) {
-        add(ours->path(), {user_, section});
-    } else if (failures_ == Failures::Raised) {
-        saveBy(store.Get(), section);
-    } else {
-        quietly([&] { saveBy(store.Get(), section); });
+bool PreferencesSave::isWanted(_IUPSection* section) const {
+    const auto* pending = manager_->pendingOf(section);
+    const bool again = pending && (pending->failed || occasion_ != Occasion::Passing);
+    if (!again && flagOf(section, &_IUPSection::get_Saved)) return false;
+    return occasion_ == Occasion::Save || occasion_ == Occasion::End || hasStored(section);
+}
+
+// Sections that could not be written before others took their places.
+void PreferencesSave::saveParked() {
+    auto& pending = manager_->pending_;
+    std::erase_if(pending, [&](const auto& each) { return !each.failed && !isRegistered(each); });
+    const auto all = pending;
+    for (const auto& parked : all) {
+        if (isRegistered(parked)) continue;
+        quietly([&] {
+            const auto store = storeOf(parked.section.Get());
+            if (store) save({parked.user, parked.section}, store.Get());
+        });
     }
+    // What is registered for the same places is to find it there.
+    writeBatches();
+}
+
+void PreferencesSave::save(const SectionSave& save, _IUPDataSource* store) {
+    if (const auto ours = own<UPDataSourceXML>(store)) return add(ours->path(), save);
+    if (occasion_ == Occasion::Passing) return;
+    writeBatches();
+    if (occasion_ == Occasion::Save && save.user == user_) return saveBy(store, save);
+    SectionSave done = save;
+    if (quietly([&] { saveBy(store, save); })) done.outcome = SectionSave::Outcome::Saved;
+    note(done);
 }
 
 // Its own verdict is ignored.
-void PreferencesSave::saveBy(_IUPDataSource* store, const ComPtr<_IUPSection>& section) {
-    writeBatches();
-    ComPtr<_IUPSection> argument = section;
+void PreferencesSave::saveBy(_IUPDataSource* store, const SectionSave& save) {
+    ComPtr<_IUPSection> argument = save.section;
     VARIANT_BOOL ignored = VARIANT_FALSE;
-    checkRecorded(store->Save(Bstr(manager_->applicationId()).get(), Bstr(manager_->userId()).get(),
+    checkRecorded(store->Save(Bstr(save.user.applicationId()).get(), Bstr(save.user.userId()).get(),
                               argument.GetAddressOf(), &ignored));
-    checkRecorded(section->put_Saved(VARIANT_TRUE));
+    checkRecorded(save.section->put_Saved(VARIANT_TRUE));
 }
 
-void PreferencesSave::add(const std::wstring& path, SectionSave save) {
+void PreferencesSave::add(const std::wstring& path, const SectionSave& save) {
     auto batch = std::find_if(batches_.begin(), batches_.end(),
                               [&](const Batch& each) { return each.path == path; });
     if (batch == batches_.end()) batch = batches_.insert(batch, {path, {}});
-    batch->saves.push_back(std::move(save));
+    batch->saves.push_back(save);
 }
 
 void PreferencesSave::addUnchanged(Batch& batch) const {
@@ -90,38 +107,36 @@ void PreferencesSave::addUnchanged(Batch& batch) const {
         const bool there = std::any_of(changed.begin(), changed.end(), [&](const auto& save) {
             return isSame(save.section.Get(), section.Get());
         });
-        if (!there && pathOf(section.Get()) == batch.path) {
-            batch.saves.push_back({user_, section, false});
-        }
+        quietly([&] {
+            const bool joins = !there && pathOf(section.Get()) == batch.path;
+            if (joins) batch.saves.push_back({user_, section, false});
+        });
     }
 }
 
 void PreferencesSave::writeBatches() {
     if (batches_.empty()) return;
     forgetDocuments();
+    const DWORD patience = occasion_ == Occasion::Passing ? kPassingPatience : kPatience;
     for (Batch& batch : std::exchange(batches_, {})) {
         quietly([&] { addUnchanged(batch); });
-        saveSections(batch.path, batch.saves);
-        for (const SectionSave& save : batch.saves) note(save);
+        saveSections(batch.path, batch.saves, patience);
+        for (const SectionSave& save : batch.saves) {
+            if (!save.changed) continue;
+            quietly([&] { checkRecorded(save.section->put_Saved(VARIANT_TRUE)); });
+            note(save);
+        }
     }
 }
 
 void PreferencesSave::note(const SectionSave& save) {
-    if (!save.changed) return;
-    quietly([&] { checkRecorded(save.section->put_Saved(VARIANT_TRUE)); });
-    std::erase_if(manager_->owed_, [&](const auto& owed) {
-        return owed.user == save.user && isSame(owed.section.Get(), save.section.Get());
+    std::erase_if(manager_->pending_, [&](const auto& pending) {
+        return pending.user == save.user && isSame(pending.section.Get(), save.section.Get());
     });
-    if (save.outcome == SectionSave::Outcome::Failed) {
-        manager_->owed_.push_back({save.user, save.section});
+    const bool failed = save.outcome == SectionSave::Outcome::Failed;
+    if (failed || occasion_ == Occasion::Passing) {
+        manager_->pending_.push_back({save.user, save.section, failed});
     }
-}
-
-bool UPManager::owes(_IUPSection* section) const {
-    const UserPath user(applicationId_, userId_);
-    return std::any_of(owed_.begin(), owed_.end(), [&](const Owed& owed) {
-        return owed.user == user && isSame(owed.section.Get(), section);
-    });
 }
 
 }  // namespace vela

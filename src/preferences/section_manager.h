@@ -10,7 +10,7 @@ namespace vela {
 // What becomes of a section of the same kind that is registered already, and could not be saved.
 enum class Unsaved {
     Stays,    // instead of the new one: it has what its store has not
-    Replaced  // it belongs to other identities
+    Replaced  // it belongs to other identities, or another store
 };
 
 // Registers a new section of `kind`, kept in `store`, with `manager`. What can be saved should have

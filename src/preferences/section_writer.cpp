@@ -126,8 +126,8 @@ void exchange(const XmlDocument& document, const UserPath& user, const XmlNode& 
         if (!made) throw Error{E_FAIL, kLibraryName, L"The parser refuses the section"};
         parent = userElement(document, user);
     }
-    if (old) remove(old);
     if (made) check(parent->appendChild(made->root().Get(), nullptr));
+    if (old) remove(old);
 }
 
 // ---- items -------------------------------------------------------------------------------------
@@ -213,8 +213,10 @@ std::vector<KnownItem> mergeSection(const XmlDocument& document, const UserPath&
     const StoredSection theirs(old);
     Merge merge = merged(known, ours.prints, theirs.prints, ours.areAll);
     for (const MergedItem& item : merge.items) {
-        if (item.ours) text.add(ours.items[item.index].Get());
-        else text.add(theirs.items[item.index].group, theirs.items[item.index].text.view());
+        const bool told = !item.ours || text.add(ours.items[item.index].Get());
+        if (!told) raise(RuntimeError::InvalidProcedureCall);  // it did a moment ago
+        if (!item.ours)
+            text.add(theirs.items[item.index].group, theirs.items[item.index].text.view());
     }
     text.addOther(theirs.others);
     exchange(document, user, old, text);

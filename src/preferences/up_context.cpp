@@ -2,7 +2,6 @@
 
 #include "preferences/UPDataSourceXML.h"
 #include "preferences/document_cache.h"
-#include "preferences/live_contexts.h"
 #include "runtime/apartment.h"
 
 namespace vela {
@@ -46,15 +45,15 @@ void renewReportParameters(UPManager& manager, Unsaved unsaved) {
 std::shared_ptr<UPContext> UPContext::shared() { return apartmentLocal<SharedContext>().context; }
 
 UPContext::UPContext()
-    : manager_(make<UPManager>()), siblings_(apartmentLocal<LiveContexts>().all()) {
-    siblings_->insert(this);
+    : manager_(make<UPManager>()), apartment_(apartmentLocal<LiveContexts>().state()) {
+    apartment_->contexts.insert(this);
 }
 
-UPContext::~UPContext() { siblings_->erase(this); }
+UPContext::~UPContext() { apartment_->contexts.erase(this); }
 
 short UPContext::start(std::wstring_view applicationId, std::wstring_view userId) {
     UPManager& manager = *manager_.Get();
-    manager.saveLoaded();  // what is new belongs to the old identities, and to the old documents
+    manager.saveForStart();  // what is new belongs to the old identities, and to the old documents
     forgetDocuments();
     const UserPath before(manager.applicationId(), manager.userId());
     manager.setApplicationId(applicationId);

@@ -3,10 +3,10 @@
 #pragma once
 
 #include <memory>
-#include <set>
 
 #include "preferences/dp_helper.h"
 #include "preferences/kvp_helper.h"
+#include "preferences/live_contexts.h"
 #include "preferences/pp_helper.h"
 #include "preferences/uip_helper.h"
 
@@ -32,8 +32,6 @@ class UPContext : public std::enable_shared_from_this<UPContext> {
     void stop();
     // The same, for the last time: what one store raises keeps no other section from being saved.
     void finish();
-    // Saves what is unsaved of what was loaded, and raises nothing.
-    void saveInPassing() { manager_->saveLoaded(); }
 
     // The work of the facades. Nothing is raised: a failure, or a context that is not started,
     // gives false, 0 or the empty text.
@@ -73,7 +71,7 @@ class UPContext : public std::enable_shared_from_this<UPContext> {
     void rest();
 
     const ComPtr<UPManager> manager_;
-    const std::shared_ptr<std::set<UPContext*>> siblings_;  // all of the apartment's, this included
+    const std::shared_ptr<LiveContexts::State> apartment_;
     std::shared_ptr<Helpers> helpers_;
 };
 

@@ -16,7 +16,8 @@ enum class Kept {
     Early  // what had been unsaved for two seconds
 };
 
-// The window of a process that is told of the end of the platform's session.
+// The window of a process that is told of the end of the platform's session. It is made when the
+// process is in its message loop.
 HWND hiddenWindowOf(DWORD process) {
     HWND window = nullptr;
     DWORD owner = 0;
@@ -74,7 +75,8 @@ class Forgetful {
         process_.kill();
     }
     void endSession() const {
-        const HWND window = hiddenWindowOf(process_.id());
+        HWND window = nullptr;
+        for (int i = 0; i < 1000 && !(window = hiddenWindowOf(process_.id())); ++i) Sleep(10);
         ASSERT_TRUE(window);
         EXPECT_TRUE(answer(window, WM_QUERYENDSESSION, 0));
         answer(window, WM_ENDSESSION, TRUE);

@@ -40,6 +40,7 @@ TEST(PreferencesItemMerge, KeepsWhatEverybodyDid) {
         {"ours changed, theirs removed", "a1", "a2", "", "a2 "},
         {"ours removed, theirs changed", "a1", "", "a2", ""},
         {"what we cannot name stays", "a1 b1", "b1", "a1 b1", "b1 a1 ", false},
+        {"two of ours, theirs changed", "a1", "a1 a1", "a2", "a2 "},
         {"what was never read stays", "", "a1", "a0 b0", "a1 b0 "},
         {"all removed", "a1 b1", "", "a1 b1", ""},
     };

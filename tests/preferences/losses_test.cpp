@@ -120,6 +120,79 @@ TEST_F(PreferencesLosses, WhatCouldNotBeWrittenSurvivesAStart) {
     EXPECT_EQ(kept(L"k"), L"ana's");
 }
 
+// The sections of one place, that of before and that of now, are written together.
+TEST_F(PreferencesLosses, WhatWaitedAndWhatIsNewAreBothWritten) {
+    writeFile(file_, document(section("KV", items("G", 2))));
+    const Preferences preferences = started();
+    SetFileAttributesW(file_.c_str(), FILE_ATTRIBUTE_READONLY);
+    for (const wchar_t* id : {L"first", L"second", L"third"}) {
+        keep(preferences, id);
+        preferences->start(L"sales", L"rui");
+        keep(preferences, id);
+        preferences->start(L"sales", L"ana");
+    }
+    SetFileAttributesW(file_.c_str(), FILE_ATTRIBUTE_NORMAL);
+    keep(preferences, L"last");
+    preferences->stop();
+    const Preferences read = started();
+    for (const wchar_t* user : {L"ana", L"rui"}) {
+        read->start(L"sales", user);
+        for (const wchar_t* id : {L"first", L"second", L"third"}) {
+            EXPECT_EQ(kept(read, id), L"2") << user << id;
+        }
+    }
+    EXPECT_EQ(kept(L"K1") + kept(L"last"), L"12");
+}
+
+// Nothing is known of what is stored, so nothing of it is to go.
+TEST_F(PreferencesLosses, WhatAnAbortedStartDidNotLoadStays) {
+    writeFile(file_, document(section("KV", items("G", 5))));
+    const auto store = adopted(new LateObject);
+    store->names = {L"DataSource", L"Load", L"Save"};
+    store->invoked = [](DISPID id, WORD, DISPPARAMS&, VARIANT*, EXCEPINFO*) {
+        return id == 1 ? E_FAIL : S_OK;
+    };
+    ComPtr<_IUPDataSource> adapted;
+    ASSERT_EQ(queryOrAdapt<_IUPDataSource>(static_cast<IDispatch*>(store.Get()), &adapted), S_OK);
+    const Preferences preferences = contextIn(folder_);
+    const auto first = make<RPSection>();
+    first->putref_DataSourceManager(adapted.Get());
+    preferences->manager()->add(first);
+    EXPECT_FALSE(quietly([&] { preferences->start(L"sales", L"ana"); }));
+    keep(preferences, L"new");
+    preferences->finish();
+    EXPECT_EQ(count(L"KV"), 6);
+    first->putref_DataSourceManager(nullptr);
+}
+
+TEST_F(PreferencesLosses, ACopyElsewhereCostsNothingHere) {
+    const Preferences first = started();
+    keep(first, L"k");
+    first->stop();
+    first->start(L"sales", L"ana");
+    const Preferences second = started();
+    keep(second, L"other");
+    second->stop();
+    ComPtr<_IUPSection> section = first->manager()->section(L"KV");
+    UPDataSourceXML copy(folder_.path(L"copy.xml"));
+    EXPECT_TRUE(yes(&copy, &_IUPDataSource::Save, Bstr(L"sales").get(), Bstr(L"ana").get(),
+                    section.GetAddressOf()));
+    keep(first, L"k", L"3");
+    first->stop();
+    EXPECT_EQ(kept(L"k") + kept(L"other"), L"32");
+}
+
+TEST_F(PreferencesLosses, ADeletedDocumentDoesNotComeBack) {
+    const Preferences preferences = started();
+    keep(preferences, L"k");
+    preferences->saveDefaultPath(L"p", L"G", {L"x", L"", L""});
+    preferences->manager()->save();
+    EXPECT_FALSE(yes(preferences->manager().Get(), &_UPManager::Delete, Bstr(L"ana").get()));
+    keep(preferences, L"new");
+    preferences->stop();
+    EXPECT_EQ(count(L"DP"), 0);
+}
+
 TEST_F(PreferencesLosses, WhatCannotBeReadStays) {
     const struct {
         const char *what, *version, *groups, *stays;
@@ -194,7 +267,11 @@ TEST_F(PreferencesLosses, ADocumentThatVanishedIsWrittenWhole) {
         keep(preferences, L"new");
         if (fate == Unreadable) writeFile(file_, "not XML");
         else DeleteFileW(file_.c_str());
-        if (fate == Restarted) writeFile(file_, document(section("XY", items("G", 2))));
+        if (fate == Restarted) {
+            writeFile(file_, "<UserPreferences><App id=\"STOCK\"><App_User id=\"ANA\">" +
+                                 section("XY", items("G", 2)) +
+                                 "</App_User></App></UserPreferences>");
+        }
         preferences->stop();
         EXPECT_EQ(count(L"KV"), 6) << fate;
         EXPECT_EQ(count(L"DP"), 2) << fate;

@@ -1,6 +1,7 @@
 #include "preferences/core/item_merge.h"
 
 #include <unordered_map>
+#include <unordered_set>
 
 #include "text/core/upper_case.h"
 
@@ -33,15 +34,17 @@ class Merging {
     }
 
     void addOurs(const ItemPrint& item, std::size_t index) {
-        written_[item.identity] = index;
         const std::size_t* before = find(kept_, item.identity);
-        if (!before || known_[*before].kept.content != item.content) return takeOurs(item, index);
+        const bool isNew = written_.insert(item.identity).second;
+        if (!before) return takeOurs(item, index);
         const KnownItem& known = known_[*before];
-        written_[known.stored.identity] = index;
+        written_.insert(known.stored.identity);
+        if (known.kept.content != item.content) return takeOurs(item, index);
         const std::size_t* now = find(theirPlaces_, known.stored.identity);
         if (now && theirs_[*now].content == known.stored.content) return takeOurs(item, index);
         // Somebody else changed or removed it. It is still known as it was, so that this holds the
         // next time.
+        if (!isNew) return;
         if (now) merge_.items.push_back({false, *now});
         merge_.known.push_back(known);
     }
@@ -49,8 +52,12 @@ class Merging {
     void addTheirs(bool oursAreAll) {
         for (std::size_t i = 0; i < theirs_.size(); ++i) {
             const Fingerprint identity = theirs_[i].identity;
-            const bool removed = oursAreAll && find(stored_, identity);
-            if (!removed && !find(written_, identity)) merge_.items.push_back({false, i});
+            if (written_.contains(identity)) continue;
+            const std::size_t* before = find(stored_, identity);
+            if (before && oursAreAll) continue;
+            // Who knows it may remove it another time.
+            if (before) merge_.known.push_back(known_[*before]);
+            merge_.items.push_back({false, i});
         }
     }
 
@@ -66,7 +73,7 @@ class Merging {
     std::span<const ItemPrint> theirs_;
     const Places theirPlaces_;
     Places kept_, stored_;  // in known_
-    Places written_;
+    std::unordered_set<Fingerprint> written_;
     Merge merge_;
 };
 

@@ -235,8 +235,14 @@ ComPtr<_IUPSection> sectionOf(_UPUtil* preferences, const wchar_t* id) {
     return section;
 }
 
-void markAllUnsaved(_UPUtil* preferences) {
+// Has every section written, and the document another one than before.
+void change(_UPUtil* preferences) {
+    static int changes = 0;
     for (const wchar_t* id : kSections) sectionOf(preferences, id)->put_Saved(VARIANT_FALSE);
+    ComPtr<_UPValueUtil> values;
+    require(preferences->get_Values(&values), "the values");
+    const std::wstring value = std::to_wstring(++changes);
+    require(values->SaveValue(Text(L"ITEM0"), Text(L"GROUP0"), Text(value)), "a value");
 }
 
 // Two documents of the same sections: ours, and that of the plain program.
@@ -301,7 +307,7 @@ std::vector<Row> loadAndSave() {
         [&] {
             for (std::size_t s = 0; s < 4; ++s) plainSave(theirs, s, items[s]);
         },
-        [&] { markAllUnsaved(preferences.Get()); });
+        [&] { change(preferences.Get()); });
     manager.Reset();
     preferences.Reset();
     return {{"load 4 sections of 2,500 items", ourLoad, theirLoad, 0.8},
@@ -316,7 +322,7 @@ Row startAndStop() {
         for (int i = 0; i < kStarts; ++i) {
             VARIANT started;
             require(preferences->StartUPM(Text(L"SALES"), Text(L"ANA"), &started), "starting");
-            markAllUnsaved(preferences.Get());
+            change(preferences.Get());
             require(preferences->StopUPM(), "stopping");
         }
     };

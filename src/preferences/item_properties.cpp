@@ -114,7 +114,8 @@ const std::vector<ItemProperty>& ItemProperties::of(IDispatch* item) {
     if (known != classes_.end()) return known->properties;
     // Some give new type information every time.
     if (classes_.size() == kMostClasses) classes_.clear();
-    return classes_.emplace_back(info, described(info.Get())).properties;
+    classes_.push_back({info, described(info.Get())});
+    return classes_.back().properties;
 }
 
 std::optional<std::wstring> storedValue(IDispatch* item, const ItemProperty& property) {

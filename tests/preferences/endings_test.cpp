@@ -1,7 +1,6 @@
 // What programs lose that forget StopUPM, by the ways in which they end: each has saved a value,
 // let more time go by than what is unsaved is kept waiting, and saved another one in its place.
 #include <memory>
-#include <ranges>
 #include <vector>
 
 #include "support/child_process.h"
@@ -125,7 +124,7 @@ TEST(PreferencesEndings, KeepWhatTheyCan) {
         }
     }
     // The session ends before two seconds are over.
-    for (const auto& each : std::views::reverse(all)) each->checkEnd();
+    for (auto each = all.rbegin(); each != all.rend(); ++each) (*each)->checkEnd();
 }
 
 }  // namespace

@@ -63,7 +63,7 @@ class Forgetful {
     std::wstring line() const {
         if (isScript()) {
             return L"cscript //nologo " VELA_ROOT "/tests/clients/forgotten_stop.vbs \"" +
-                   folder_.path(L".") + L"\" \"" + ending_ + L"\" 2500";
+                   folder_.path(L".") + L"\" \"" + ending_ + L"\" 4000";
         }
         return L"vela_ending.exe \"" + folder_.path(L"shared.xml") + L"\" " + waiting_ + L" \"" +
                ending_ + L"\" " + eventName_;

@@ -18,7 +18,7 @@
 namespace vela::test {
 namespace {
 
-constexpr UINT kLonger = 2500;  // ms; more than what is unsaved is kept waiting
+constexpr UINT kLonger = 4000;  // ms; more than what is unsaved is kept waiting
 
 struct Arguments {
     std::wstring document, waiting, ending, event;

@@ -62,6 +62,8 @@ bool LiveContexts::handle(UINT message, WPARAM first, LPARAM) {
         if (!session_) session_.emplace(handler, kName, MessageWindow::Kind::TopLevel);
     } else if (message == WM_ENDSESSION) {
         if (first) each(*state_, [](UPContext& context) { context.manager()->saveEach(); });
+    } else if (message == WM_CLOSE) {
+        // From a program that closes all windows of this one. It stays for the session's end.
     } else if (message == WM_TIMER && first == kTimer) {
         if (state_->calls > 0) wait(kRetryAfterCall);
         else save();

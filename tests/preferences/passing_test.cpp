@@ -102,6 +102,7 @@ TEST_F(PreferencesInPassing, TheEndOfTheSessionSaves) {
     pump(kLongEnough, [] { return sessionWindow() != nullptr; });
     const HWND window = sessionWindow();
     ASSERT_TRUE(window);
+    SendMessageW(window, WM_CLOSE, 0, 0);
     EXPECT_EQ(SendMessageW(window, WM_QUERYENDSESSION, 0, 0), TRUE);
     SendMessageW(window, WM_ENDSESSION, FALSE, 0);
     EXPECT_FALSE(isSaved("first"));

@@ -6,6 +6,7 @@
 
 #include "automation/error.h"
 #include "files/core/path_parts.h"
+#include "files/file_state.h"
 #include "files/full_path.h"
 #include "preferences/Section.h"
 #include "preferences/document_names.h"
@@ -16,10 +17,6 @@
 namespace vela {
 
 namespace {
-
-bool exists(const std::wstring& fileName) {
-    return GetFileAttributesW(fileName.c_str()) != INVALID_FILE_ATTRIBUTES;
-}
 
 // A new user has none yet. What cannot be made is missed when the file is.
 void makeFolderOf(const std::wstring& fileName) {
@@ -141,7 +138,7 @@ class DocumentSave {
 void saveSections(const std::wstring& fileName, std::span<SectionSave> saves, DWORD patience) {
     quietly([&] {
         const bool filled = std::any_of(saves.begin(), saves.end(), canHaveItems);
-        if (!isDocumentName(fileName) || (!filled && !exists(fileName))) {
+        if (!isDocumentName(fileName) || (!filled && !fileExists(fileName))) {
             return setAll(saves, SectionSave::Outcome::Nothing);
         }
         if (filled) makeFolderOf(fileName);

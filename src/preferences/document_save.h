@@ -25,8 +25,8 @@ struct SectionSave {
 
 // Saves all of them, or none where the file fails; a section that cannot be told is left out alone.
 // What others changed in the document since a section was read stays; a section that was never read
-// from it is replaced. A missing folder is made. Others who save the
-// document are waited for up to `patience` ms. Nothing is raised.
+// from it is replaced. A missing folder is made. Others who save the document are waited for up to
+// `patience` ms. Nothing is raised.
 void saveSections(const std::wstring& fileName, std::span<SectionSave> saves,
                   DWORD patience = kPatience);
 

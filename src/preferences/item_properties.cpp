@@ -15,11 +15,6 @@ namespace {
 constexpr std::size_t kMostClasses = 8;
 constexpr Day kDayZero{std::chrono::year{1899} / 12 / 30};
 
-std::wstring lowerCase(std::wstring text) {
-    for (wchar_t& c : text) c = vela::lowerCase(c);
-    return text;
-}
-
 // The identity is kept elsewhere.
 bool isIdentity(const std::wstring& name) { return name == L"GROUP" || name == L"ID"; }
 

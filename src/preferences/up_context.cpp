@@ -3,6 +3,7 @@
 #include "preferences/UPDataSourceXML.h"
 #include "preferences/document_cache.h"
 #include "runtime/apartment.h"
+#include "text/core/upper_case.h"
 
 namespace vela {
 
@@ -11,11 +12,6 @@ namespace {
 struct SharedContext {
     const std::shared_ptr<UPContext> context = std::make_shared<UPContext>();
 };
-
-std::wstring lowerCase(std::wstring text) {
-    CharLowerBuffW(text.data(), static_cast<DWORD>(text.size()));
-    return text;
-}
 
 void registerSections(UPManager& manager, Unsaved unsaved) {
     UPDataSources& sources = *manager.dataSources().Get();

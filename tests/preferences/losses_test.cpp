@@ -43,6 +43,19 @@ class Lock {
     std::jthread end_;
 };
 
+// A caller's store that fails in one of its members.
+ComPtr<_IUPDataSource> storeWithout(std::wstring_view failing) {
+    const auto store = adopted(new LateObject);
+    store->names = {L"DataSource", L"Load", L"Save"};
+    store->invoked = [failing, names = store->names](DISPID id, WORD, DISPPARAMS&, VARIANT*,
+                                                     EXCEPINFO*) {
+        return names[static_cast<std::size_t>(id)] == failing ? E_FAIL : S_OK;
+    };
+    ComPtr<_IUPDataSource> adapted;
+    EXPECT_EQ(queryOrAdapt<_IUPDataSource>(static_cast<IDispatch*>(store.Get()), &adapted), S_OK);
+    return adapted;
+}
+
 class PreferencesLosses : public NoObjectsLeft {
   protected:
     using Preferences = std::shared_ptr<UPContext>;
@@ -147,16 +160,10 @@ TEST_F(PreferencesLosses, WhatWaitedAndWhatIsNewAreBothWritten) {
 // Nothing is known of what is stored, so nothing of it is to go.
 TEST_F(PreferencesLosses, WhatAnAbortedStartDidNotLoadStays) {
     writeFile(file_, document(section("KV", items("G", 5))));
-    const auto store = adopted(new LateObject);
-    store->names = {L"DataSource", L"Load", L"Save"};
-    store->invoked = [](DISPID id, WORD, DISPPARAMS&, VARIANT*, EXCEPINFO*) {
-        return id == 1 ? E_FAIL : S_OK;
-    };
-    ComPtr<_IUPDataSource> adapted;
-    ASSERT_EQ(queryOrAdapt<_IUPDataSource>(static_cast<IDispatch*>(store.Get()), &adapted), S_OK);
+    const auto store = storeWithout(L"Load");
     const Preferences preferences = contextIn(folder_);
     const auto first = make<RPSection>();
-    first->putref_DataSourceManager(adapted.Get());
+    first->putref_DataSourceManager(store.Get());
     preferences->manager()->add(first);
     EXPECT_FALSE(quietly([&] { preferences->start(L"sales", L"ana"); }));
     keep(preferences, L"new");
@@ -410,16 +417,10 @@ TEST_F(PreferencesLosses, CallersSectionsAndStoresMayAnswerAnything) {
 }
 
 TEST_F(PreferencesLosses, AFailingStoreTakesNoOtherSectionDownAtTheEnd) {
-    const auto store = adopted(new LateObject);
-    store->names = {L"DataSource", L"Load", L"Save"};
-    store->invoked = [](DISPID id, WORD, DISPPARAMS&, VARIANT*, EXCEPINFO*) {
-        return id == 2 ? E_FAIL : S_OK;
-    };
-    ComPtr<_IUPDataSource> adapted;
-    ASSERT_EQ(queryOrAdapt<_IUPDataSource>(static_cast<IDispatch*>(store.Get()), &adapted), S_OK);
+    const auto store = storeWithout(L"Save");
     const Preferences preferences = started();
     const auto failing = preferences->manager()->section(L"PP");
-    failing->putref_DataSourceManager(adapted.Get());
+    failing->putref_DataSourceManager(store.Get());
     addItem(failing.Get(), L"a", L"g");
     keep(preferences, L"k");
     preferences->finish();

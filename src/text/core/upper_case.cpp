@@ -106,6 +106,12 @@ wchar_t upperCase(wchar_t unit) { return upperCase(upperCaseTable(), unit); }
 
 wchar_t lowerCase(wchar_t unit) { return lowerFromPlatform(unit); }
 
+std::wstring lowerCase(std::wstring_view text) {
+    std::wstring result(text);
+    for (wchar_t& unit : result) unit = lowerCase(unit);
+    return result;
+}
+
 std::wstring upperCase(std::wstring_view text) {
     std::wstring result(text);
     upperCaseInPlace(result.data(), result.size());

@@ -37,6 +37,8 @@ std::wstring upperCase(std::wstring_view text);
 
 // The lower-case unit of `unit`, by the same rules; itself where the platform has no mapping.
 wchar_t lowerCase(wchar_t unit);
+// `text` with every unit lower-cased; throws std::bad_alloc.
+std::wstring lowerCase(std::wstring_view text);
 
 // Upper-cases `length` units where they stand.
 void upperCaseInPlace(wchar_t* units, std::size_t length);
